@@ -1,0 +1,23 @@
+#pragma once
+
+#include "byte_writer.h"
+
+#include <cstddef>
+
+namespace ludaxgen {
+
+// Records where each lump of a map file went: the header slots are reserved
+// first, then every lump is appended 4-byte aligned and its slot patched.
+class LumpTable {
+public:
+    // slotOffset(i) gives the byte offset of lump i's (offset, length) pair.
+    LumpTable(std::size_t firstSlot, std::size_t slotStride) : firstSlot_(firstSlot), slotStride_(slotStride) {}
+
+    void append(ByteWriter& file, std::size_t lump, const ByteWriter& data) const;
+
+private:
+    std::size_t firstSlot_;
+    std::size_t slotStride_;
+};
+
+} // namespace ludaxgen
