@@ -1,0 +1,48 @@
+# make run   builds Ludax.exe and starts it under Wine on a demo Steam folder
+# make test  builds both trees and runs every test suite
+SHELL := /bin/bash
+JOBS ?= $(shell nproc)
+NATIVE := build/native
+WINDOWS := build/windows
+
+# Debian packages the build, the tests and the demo need.
+PACKAGES := cmake make g++ googletest zlib1g-dev \
+            g++-mingw-w64-x86-64-posix libz-mingw-w64-dev \
+            wine wine64 xvfb x11-apps imagemagick \
+            clang libclang-rt-14-dev
+
+.PHONY: all deps native windows test test-native test-windows run fuzz bench clean
+
+all: windows
+
+deps:
+	@missing=$$(for p in $(PACKAGES); do dpkg-query -W -f='$${Status}\n' $$p 2>/dev/null | grep -q '^install ok installed' || echo $$p; done); \
+	if [ -n "$$missing" ]; then \
+	  echo "Installing:" $$missing; \
+	  export DEBIAN_FRONTEND=noninteractive; \
+	  apt-get update -qq && apt-get install -y -qq --no-install-recommends $$missing; \
+	fi
+
+native: deps
+	cmake -S . -B $(NATIVE) -DCMAKE_BUILD_TYPE=Debug >/dev/null
+	cmake --build $(NATIVE) -j $(JOBS)
+
+windows: native
+	cmake -S . -B $(WINDOWS) -DCMAKE_BUILD_TYPE=Release \
+	  -DCMAKE_TOOLCHAIN_FILE=$(CURDIR)/cmake/mingw-w64-x86_64.cmake \
+	  -DLUDAX_HOST_BIN=$(CURDIR)/$(NATIVE)/bin >/dev/null
+	cmake --build $(WINDOWS) -j $(JOBS)
+
+test-native: native
+	ctest --test-dir $(NATIVE) --output-on-failure
+
+test-windows: windows
+	tests/with-wineserver ctest --test-dir $(WINDOWS) --output-on-failure
+
+test: test-native test-windows
+
+run: windows
+	app/demo/run-demo
+
+clean:
+	rm -rf build

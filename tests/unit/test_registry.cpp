@@ -1,0 +1,64 @@
+#include "test_registry.h"
+
+#ifdef _WIN32
+#include <windows.h>
+
+void SetUserRegistryString(const std::string& key, const std::string& value, const std::string& text)
+{
+    HKEY handle;
+    RegCreateKeyExA(HKEY_CURRENT_USER, key.c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &handle,
+                    nullptr);
+    RegSetValueExA(handle, value.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
+                   static_cast<DWORD>(text.size() + 1));
+    RegCloseKey(handle);
+}
+
+void DeleteUserRegistryKey(const std::string& key) { RegDeleteTreeA(HKEY_CURRENT_USER, key.c_str()); }
+
+#else
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "test_files.h"
+
+namespace {
+
+std::string KeyFolder(const std::string& key)
+{
+    const char* root = std::getenv("LUDAX_REGISTRY");
+    std::string folder = std::string(root ? root : "") + "/HKEY_CURRENT_USER/";
+    for (char c : key)
+        folder += c == '\\' ? '/' : c;
+    return folder;
+}
+
+// Points the POSIX registry at a folder of the test run's own.
+const std::string& RegistryRoot()
+{
+    static const std::string root = [] {
+        std::string path = (std::filesystem::temp_directory_path() /
+                             ("ludax-registry-" + std::to_string(getpid())))
+                               .generic_string();
+        setenv("LUDAX_REGISTRY", path.c_str(), 1);
+        return path;
+    }();
+    return root;
+}
+
+}  // namespace
+
+void SetUserRegistryString(const std::string& key, const std::string& value, const std::string& text)
+{
+    RegistryRoot();
+    WriteFile(KeyFolder(key) + "/" + value, text);
+}
+
+void DeleteUserRegistryKey(const std::string& key)
+{
+    RegistryRoot();
+    std::error_code ignored;
+    std::filesystem::remove_all(KeyFolder(key), ignored);
+}
+#endif
