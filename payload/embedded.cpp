@@ -1,0 +1,19 @@
+#include "embedded.h"
+
+#include <cstdint>
+
+// Defined by embedded_data.S: each container's bytes and its length.
+extern "C" {
+extern const std::uint64_t ludaxCs16ContainerLength;
+extern const char ludaxCs16ContainerStart[];
+extern const std::uint64_t ludaxCssContainerLength;
+extern const char ludaxCssContainerStart[];
+}
+
+const EmbeddedContainer cs16Payload = {static_cast<std::size_t>(ludaxCs16ContainerLength), ludaxCs16ContainerStart};
+const EmbeddedContainer cssPayload = {static_cast<std::size_t>(ludaxCssContainerLength), ludaxCssContainerStart};
+
+std::vector<char> LoadContainer(const EmbeddedContainer& container)
+{
+    return std::vector<char>(container.start, container.start + container.length);
+}
