@@ -1,0 +1,175 @@
+// The packer: the containers it makes walk back to the set's files, and every flaw that would
+// make a malformed or unwritable container stops it with a message naming the culprit.
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "container.h"
+#include "packer.h"
+#include "portable_name.h"
+#include "test_files.h"
+
+namespace {
+
+struct Walked {
+    std::vector<std::string> names;
+    std::vector<std::string> data;
+    std::size_t end = 0;
+};
+
+Walked WalkAll(const std::vector<char>& container)
+{
+    Walked walked;
+    WalkRecords(container, 0, [&](const ContainerRecord& record) {
+        walked.names.push_back(record.name);
+        walked.data.emplace_back(record.data, record.size);
+        walked.end = record.next;
+    });
+    return walked;
+}
+
+// A set folder beside its manifest in a fresh temporary folder.
+struct Set {
+    TempFolder temp;
+    std::string folder = temp.Path() + "/set";
+    std::string manifest = temp.Path() + "/set.manifest";
+
+    Set(const std::string& manifestText, const std::vector<std::string>& files)
+    {
+        MakeFolders(folder);
+        WriteFile(manifest, manifestText);
+        for (const std::string& file : files)
+            WriteFile(folder + "/" + file, "bytes of " + file);
+    }
+};
+
+void ExpectRefused(const PackResult& result, const std::vector<std::string>& mentions)
+{
+    EXPECT_NE(result.error, "");
+    EXPECT_TRUE(result.container.empty());
+    for (const std::string& mention : mentions)
+        EXPECT_NE(result.error.find(mention), std::string::npos) << "\"" << result.error << "\" lacks \"" << mention << "\"";
+}
+
+}  // namespace
+
+TEST(Packer, PacksInManifestOrderAndWalksBackToTheFiles)
+{
+    Set set("zeta.cfg\nresource/UI/Buy.res\nalpha.txt\ncfg/b.cfg\n", {"zeta.cfg", "resource/UI/Buy.res", "alpha.txt", "cfg/b.cfg"});
+    const PackResult result = PackSet(set.folder, set.manifest);
+    ASSERT_EQ(result.error, "");
+    const Walked walked = WalkAll(result.container);
+    const std::vector<std::string> order = {"zeta.cfg", "resource/UI/Buy.res", "alpha.txt", "cfg/b.cfg"};
+    EXPECT_EQ(walked.names, order);
+    for (std::size_t i = 0; i < order.size(); ++i)
+        EXPECT_EQ(walked.data[i], "bytes of " + order[i]);
+    EXPECT_EQ(walked.end, result.container.size());
+}
+
+TEST(Packer, EmptyFileMakesOneRecordThatEndsTheContainer)
+{
+    Set set("cfg/empty.cfg", {});
+    WriteFile(set.folder + "/cfg/empty.cfg", "");
+    const PackResult result = PackSet(set.folder, set.manifest);
+    ASSERT_EQ(result.error, "");
+    EXPECT_EQ(result.container.size(), 8 + std::string("cfg/empty.cfg").size());
+    const Walked walked = WalkAll(result.container);
+    ASSERT_EQ(walked.names, std::vector<std::string>{"cfg/empty.cfg"});
+    EXPECT_EQ(walked.data[0], "");
+    EXPECT_EQ(walked.end, result.container.size());
+}
+
+TEST(Packer, RefusesManifestLinesThatAreNotPortableNames)
+{
+    struct Case {
+        std::string name;
+        std::string shown;   // how the message prints it
+        std::string reason;  // what the message blames
+    };
+    const std::string forbidden = "Windows forbids";
+    const std::string segment = "empty path segment";
+    const std::string dropped = "which Windows drops";
+    const std::string device = "device name";
+    const Case cases[] = {
+        {"", "\"\"", "empty"},
+        {"a<b.txt", "a<b.txt", forbidden}, {"a>b.txt", "a>b.txt", forbidden}, {"c:/x.cfg", "c:/x.cfg", forbidden},
+        {"say\"hi\".cfg", "say\"hi\".cfg", forbidden}, {"a|b", "a|b", forbidden}, {"what?.txt", "what?.txt", forbidden},
+        {"*.cfg", "*.cfg", forbidden},
+        {"tab\there.cfg", "tab\\x09here.cfg", "control character"}, {"crlf.cfg\r", "crlf.cfg\\x0D", "control character"},
+        {std::string("nul\0.cfg", 8), "nul\\x00.cfg", "zero byte"}, {"caf\xE9.cfg", "caf\\xE9.cfg", "non-ASCII"},
+        {"cfg\\ludax.cfg", "cfg\\ludax.cfg", "'\\'"}, {"/abs.cfg", "/abs.cfg", "begins with '/'"},
+        {"cfg//ludax.cfg", "cfg//ludax.cfg", segment}, {"cfg/", "cfg/", segment},
+        {"cfg./a.cfg", "cfg./a.cfg", dropped}, {"cfg/a.cfg.", "cfg/a.cfg.", dropped}, {"cfg /a.cfg", "cfg /a.cfg", dropped},
+        {"a.cfg ", "a.cfg ", dropped}, {"../up.cfg", "../up.cfg", dropped}, {"cfg/./a.cfg", "cfg/./a.cfg", dropped},
+        {"con", "con", device}, {"maps/NUL.bsp", "maps/NUL.bsp", device}, {"Com1.txt", "Com1.txt", device},
+        {"lpt9", "lpt9", device},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.shown);
+        // The bad name sits on line 2, after a good one, so the message must point past line 1.
+        Set set("good.cfg\n" + c.name + "\n", {"good.cfg"});
+        ExpectRefused(PackSet(set.folder, set.manifest), {set.manifest + ":2:", c.shown, c.reason});
+    }
+}
+
+TEST(Packer, AcceptsNamesThatOnlyLookUnusual)
+{
+    for (const char* name : {"config.cfg", "CONFIG.cfg", "conx.txt", "com0.txt", "com10.txt", "lpt", "a.b.c", "..a",
+                             ".hidden", "with space/in the middle.txt", "(1)-[x]_{y}+z=~!@#$%^&',;.txt",
+                             "resource/background/ludax_logo_black_swap_part4x5.tga"})
+        EXPECT_EQ(PortableNameProblem(name), "") << name;
+}
+
+TEST(Packer, RefusesSetsThatDoNotMatchTheirManifest)
+{
+    {
+        SCOPED_TRACE("empty manifest");
+        Set set("", {"a.cfg"});
+        ExpectRefused(PackSet(set.folder, set.manifest), {set.manifest});
+    }
+    {
+        SCOPED_TRACE("exact duplicate");
+        Set set("a.cfg\nb.cfg\na.cfg\n", {"a.cfg", "b.cfg"});
+        ExpectRefused(PackSet(set.folder, set.manifest), {set.manifest + ":3:", "a.cfg", "line 1"});
+    }
+    {
+        SCOPED_TRACE("missing file");
+        Set set("a.cfg\ncfg/b.cfg\n", {"a.cfg"});
+        ExpectRefused(PackSet(set.folder, set.manifest), {set.manifest + ":2:", set.folder + "/cfg/b.cfg"});
+    }
+    {
+        SCOPED_TRACE("folder named as a file");
+        Set set("a.cfg\ncfg\n", {"a.cfg", "cfg/b.cfg"});
+        ExpectRefused(PackSet(set.folder, set.manifest), {set.manifest + ":2:", set.folder + "/cfg"});
+    }
+    {
+        SCOPED_TRACE("file the manifest does not name");
+        Set set("a.cfg\n", {"a.cfg", "cfg/stray.cfg"});
+        ExpectRefused(PackSet(set.folder, set.manifest), {set.folder + "/cfg/stray.cfg", set.manifest});
+    }
+    {
+        SCOPED_TRACE("no set folder");
+        Set set("a.cfg\n", {});
+        ExpectRefused(PackSet(set.folder + "/absent", set.manifest), {set.folder + "/absent"});
+    }
+    {
+        SCOPED_TRACE("no manifest");
+        Set set("a.cfg\n", {"a.cfg"});
+        ExpectRefused(PackSet(set.folder, set.manifest + ".absent"), {set.manifest + ".absent"});
+    }
+}
+
+TEST(Packer, RefusesAFileOf2To31Bytes)
+{
+    Set set("small.cfg\nmaps/huge.bsp\n", {"small.cfg"});
+    MakeFolders(set.folder + "/maps");
+    const std::string huge = set.folder + "/maps/huge.bsp";
+    WriteFile(huge, "");
+    // Sparse: the packer must refuse it by its size, before reading a byte.
+    std::filesystem::resize_file(huge, std::uintmax_t{1} << 31);
+    ExpectRefused(PackSet(set.folder, set.manifest), {huge, "2147483648"});
+}
