@@ -11,7 +11,7 @@ PACKAGES := cmake make g++ googletest zlib1g-dev \
             wine wine64 xvfb x11-apps imagemagick \
             clang libclang-rt-14-dev
 
-.PHONY: all deps native windows test test-native test-windows run fuzz bench clean
+.PHONY: all deps native windows test test-native test-windows test-fuzz run fuzz bench clean
 
 all: windows
 
@@ -39,7 +39,15 @@ test-native: native
 test-windows: windows
 	tests/with-wineserver ctest --test-dir $(WINDOWS) --output-on-failure
 
-test: test-native test-windows
+# A short bounded run of every fuzzer; `make fuzz` gives them minutes.
+FUZZ_SECONDS ?= 20
+test-fuzz: deps
+	tests/fuzz/run-fuzzers $(FUZZ_SECONDS)
+
+test: test-native test-windows test-fuzz
+
+fuzz: deps
+	tests/fuzz/run-fuzzers 300
 
 run: windows
 	app/demo/run-demo
