@@ -1,0 +1,62 @@
+#include "install_scene.h"
+
+#include "container.h"
+#include "packer.h"
+
+const std::vector<PayloadFile> testPayload = {
+    {"cfg/ludax/binds.cfg", "bind \"F1\" \"buy ak47\"\r\n"},
+    {"resource/background/x.tga", std::string("\0\0\x02\0\0\0\0\0\0\0\0\0\x01\0\x01\0\x18\0\xFF\xFF\xFF", 21)},
+    {"a.txt", "LUDAX\r\n"},
+    {"cfg/config.cfg", "exec ludax/binds.cfg\r\n"},
+};
+
+InstallScene::InstallScene(const std::vector<PayloadFile>& files, const GameProfile& game)
+    : InstallScene(game, Paths{})
+{
+    this->files = files;
+    for (const PayloadFile& file : files)
+        AppendRecord(packed, file.name, file.data);
+    payload = {packed.size(), packed.data()};
+    packed.push_back('\0');  // like the embedded ones: a zero byte that belongs to no record
+    profile.payload = &payload;
+}
+
+InstallScene::InstallScene(const GameProfile& game) : InstallScene(game, Paths{})
+{
+    std::vector<char> embedded = LoadContainer(*game.payload);
+    WalkRecords(embedded, 0, [&](const ContainerRecord& record) {
+        files.push_back({record.name, std::string(record.data, record.size)});
+    });
+}
+
+InstallScene::InstallScene(const GameProfile& game, Paths)
+    : steamapps(steam.Path() + "/steamapps/"),
+      account{"player", true, true, false, false},
+      accountFolder(steamapps + account.name),
+      profile(game),
+      content(accountFolder + game.contentSubPath),
+      archivePath(accountFolder + game.archiveName),
+      removalListPath(accountFolder + game.removalListName)
+{
+    MakeFolders(content);
+}
+
+std::string InstallScene::BytesOf(const std::string& path)
+{
+    return Exists(path) ? ReadFile(path) : "<absent>";
+}
+
+bool InstallScene::PayloadWritten() const
+{
+    for (const PayloadFile& file : files)
+        if (BytesOf(content + file.name) != file.data)
+            return false;
+    return true;
+}
+
+std::string Record(const std::string& name, const std::string& data)
+{
+    std::vector<char> record;
+    AppendRecord(record, name, data);
+    return std::string(record.begin(), record.end());
+}

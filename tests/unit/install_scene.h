@@ -1,0 +1,60 @@
+#pragma once
+// A Steam folder with one account, "player", whose Counter-Strike content folder exists, ready
+// for InstallConfig and UninstallConfig with a scripted window.
+
+#include <string>
+#include <vector>
+
+#include "game_profile.h"
+#include "scripted_window.h"
+#include "steam_account.h"
+#include "test_files.h"
+
+struct PayloadFile {
+    std::string name;
+    std::string data;
+};
+
+// Nested paths, a binary file and a name that sorts first in no order but the container's own.
+extern const std::vector<PayloadFile> testPayload;
+
+class InstallScene {
+public:
+    // The game's own texts and paths over a payload packed from `files`.
+    explicit InstallScene(const std::vector<PayloadFile>& files = testPayload,
+                          const GameProfile& game = cs16Profile);
+    // The game exactly as shipped, its embedded payload included.
+    explicit InstallScene(const GameProfile& game);
+    InstallScene(const InstallScene&) = delete;
+    InstallScene& operator=(const InstallScene&) = delete;
+
+    void Install() { InstallConfig(profile, steamapps, account, window); }
+    void Uninstall() { UninstallConfig(profile, steamapps, account, window); }
+    bool Installed() const { return account.*profile.installedFlag; }
+
+    // The file's bytes, or "<absent>".
+    static std::string BytesOf(const std::string& path);
+    // True when every payload file stands at its target with the payload's bytes.
+    bool PayloadWritten() const;
+
+    TempFolder steam;
+    const std::string steamapps;
+    SteamAccount account;
+    const std::string accountFolder;
+    GameProfile profile;
+    const std::string content;
+    const std::string archivePath;
+    const std::string removalListPath;
+    ScriptedWindow window;
+    std::vector<PayloadFile> files;
+
+private:
+    struct Paths {};
+    InstallScene(const GameProfile& game, Paths);  // the folders and paths only
+
+    std::vector<char> packed;
+    EmbeddedContainer payload{};
+};
+
+// A backup record or payload record: int32 length, name, int32 length, data.
+std::string Record(const std::string& name, const std::string& data);
