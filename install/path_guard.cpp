@@ -1,0 +1,34 @@
+#include "path_guard.h"
+
+namespace {
+
+// True when a segment between separators is exactly "..". Windows also splits on '\\', so a
+// backslash counts as a separator here even though the installer never writes one.
+bool HasParentSegment(const std::string& path)
+{
+    std::size_t start = 0;
+    while (start <= path.size()) {
+        std::size_t end = path.find_first_of("/\\", start);
+        if (end == std::string::npos)
+            end = path.size();
+        if (path.compare(start, end - start, "..") == 0)
+            return true;
+        start = end + 1;
+    }
+    return false;
+}
+
+}  // namespace
+
+bool IsRemovableBelow(const std::string& path, const std::string& accountFolder)
+{
+    std::string prefix = accountFolder + "/";
+    return path.size() > prefix.size() && path.compare(0, prefix.size(), prefix) == 0 &&
+           !HasParentSegment(path.substr(prefix.size()));
+}
+
+bool IsRestorableName(const std::string& name)
+{
+    return !name.empty() && name[0] != '/' && name.find_first_of("\\:") == std::string::npos &&
+           !HasParentSegment(name);
+}

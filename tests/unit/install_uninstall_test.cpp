@@ -1,0 +1,201 @@
+#include <gtest/gtest.h>
+
+#include "install.h"
+#include "folders.h"
+#include "install_scene.h"
+
+namespace {
+
+const std::string header("\x01\0\0\0", 4);
+const std::string uninstalledBox = Box("Message", 0x40, "Counter Strike LUDAX config uninstalled!");
+
+using Tree = std::map<std::string, std::string>;
+
+TEST(Uninstall, PutsTheAccountFolderBackAsItWasBeforeTheFirstInstall)
+{
+    struct Case {
+        const char* what;
+        std::vector<PayloadFile> before;  // the game folder's files before the first install
+    };
+    const std::vector<Case> cases = {
+        {"none of the payload", {{"autoexec.cfg", "player"}, {"cfg/old.cfg", "x"}}},
+        {"some of it", {{"a.txt", ""}, {"cfg/ludax/binds.cfg", "bind \"F1\" \"kill\"\r\n"},
+                        {"cfg/ludax/own.cfg", "own"}, {"resource/empty/.keep", ""}}},
+        {"all of it", {{"cfg/ludax/binds.cfg", "1"}, {"resource/background/x.tga", "2"},
+                       {"a.txt", "3"}, {"cfg/config.cfg", std::string("4\0", 2)}}},
+    };
+    for (const Case& c : cases) {
+        InstallScene scene;
+        for (const PayloadFile& file : c.before)
+            WriteFile(scene.content + file.name, file.data);
+        MakeFolders(scene.content + "maps");  // an empty folder of the player's
+        WriteFile(scene.accountFolder + "/counter-strike source/cstrike/a.txt", "the other game");
+        const Tree before = Snapshot(scene.accountFolder);
+
+        scene.Install();
+        ASSERT_TRUE(scene.PayloadWritten()) << c.what;
+        scene.window.events.clear();
+        scene.Uninstall();
+
+        EXPECT_EQ(Snapshot(scene.accountFolder), before) << c.what;  // backup files gone too
+        EXPECT_EQ(scene.window.events,
+                  (std::vector<std::string>{"uninstall /cs16ludax.bak off", uninstalledBox}))
+            << c.what;
+        EXPECT_FALSE(scene.account.hasCs16Backup);
+        EXPECT_TRUE(scene.account.hasCs16);
+    }
+}
+
+TEST(Uninstall, RoundTripsTheShippedPayloadsOfBothGames)
+{
+    InstallScene cs16(cs16Profile);
+    ASSERT_EQ(cs16.files.size(), 36u);
+    InstallScene css(cssProfile);
+    ASSERT_EQ(css.files.size(), 18u);
+
+    for (InstallScene* scene : {&cs16, &css}) {
+        // The player's own copies of the first and the last file of the set.
+        WriteFile(scene->content + scene->files.front().name, "player's first");
+        WriteFile(scene->content + scene->files.back().name, "player's last");
+        const Tree before = Snapshot(scene->accountFolder);
+        scene->Install();
+        EXPECT_TRUE(scene->PayloadWritten());
+        EXPECT_EQ(ReadFile(scene->archivePath),
+                  header + Record(scene->files.front().name, "player's first") +
+                      Record(scene->files.back().name, "player's last"));
+        std::string expectedFiles;
+        for (std::size_t i = 1; i + 1 < scene->files.size(); ++i)
+            expectedFiles += scene->content + scene->files[i].name + "\r\n";
+        const std::string list = ReadFile(scene->removalListPath);
+        EXPECT_EQ(list.substr(0, expectedFiles.size()), expectedFiles);
+        scene->Uninstall();
+        EXPECT_EQ(Snapshot(scene->accountFolder), before) << scene->profile.archiveName;
+    }
+}
+
+TEST(Uninstall, APlayersFileInACreatedFolderKeepsThatFolder)
+{
+    InstallScene scene;
+    scene.Install();
+    WriteFile(scene.content + "resource/background/mine.tga", "mine");
+    scene.Uninstall();
+    EXPECT_EQ(Snapshot(scene.accountFolder),
+              (Tree{{"counter-strike", "<folder>"}, {"counter-strike/cstrike", "<folder>"},
+                    {"counter-strike/cstrike/resource", "<folder>"},
+                    {"counter-strike/cstrike/resource/background", "<folder>"},
+                    {"counter-strike/cstrike/resource/background/mine.tga", "mine"}}));
+}
+
+TEST(Uninstall, RemovalListLinesAreReadToTheFirstEmptyOneAndTheListGoesAnyway)
+{
+    InstallScene scene;
+    const std::string& c = scene.content;
+    for (const char* name : {"one.cfg", "two.cfg", "three.cfg", "four.cfg"})
+        WriteFile(c + name, name);
+
+    // LF-only ends and stray CRs name the same paths.
+    WriteFile(scene.removalListPath, c + "one.cfg\n" + c + "tw\ro.cfg\r\r\n");
+    scene.Uninstall();
+    EXPECT_EQ(Snapshot(c), (Tree{{"three.cfg", "three.cfg"}, {"four.cfg", "four.cfg"}}));
+    EXPECT_FALSE(Exists(scene.removalListPath));
+
+    // An empty second line ends the deletions there.
+    WriteFile(scene.removalListPath, c + "three.cfg\r\n\r\n" + c + "four.cfg\r\n");
+    scene.Uninstall();
+    EXPECT_EQ(Snapshot(c), (Tree{{"four.cfg", "four.cfg"}}));
+    EXPECT_FALSE(Exists(scene.removalListPath));
+
+    // No list at all: nothing deleted, the archive restored all the same.
+    WriteFile(scene.archivePath, header + Record("one.cfg", "restored"));
+    scene.window.events.clear();
+    scene.Uninstall();
+    EXPECT_EQ(Snapshot(c), (Tree{{"one.cfg", "restored"}, {"four.cfg", "four.cfg"}}));
+    EXPECT_FALSE(Exists(scene.archivePath));
+    EXPECT_EQ(scene.window.events,
+              (std::vector<std::string>{"uninstall /cs16ludax.bak off", uninstalledBox}));
+}
+
+TEST(Uninstall, ArchiveMissingTooShortOrWithAnyHeader)
+{
+    {
+        // Deleted by hand: the created files still go; the overwritten one keeps the payload.
+        InstallScene scene;
+        WriteFile(scene.content + "a.txt", "the player's a.txt");
+        scene.Install();
+        RemovePath(scene.archivePath);
+        scene.window.events.clear();
+        scene.Uninstall();
+        EXPECT_EQ(Snapshot(scene.accountFolder),
+                  (Tree{{"counter-strike", "<folder>"}, {"counter-strike/cstrike", "<folder>"},
+                        {"counter-strike/cstrike/a.txt", "LUDAX\r\n"}}));
+        EXPECT_EQ(scene.window.events,
+                  (std::vector<std::string>{"uninstall /cs16ludax.bak off", uninstalledBox}));
+    }
+    const Tree emptyGame{{"counter-strike", "<folder>"}, {"counter-strike/cstrike", "<folder>"}};
+    for (std::size_t size = 0; size <= 4; ++size) {
+        InstallScene scene;
+        WriteFile(scene.archivePath, std::string("\x01\0\0\0", 4).substr(0, size));
+        scene.Uninstall();
+        EXPECT_EQ(Snapshot(scene.accountFolder), emptyGame) << size << " bytes";
+    }
+    for (const std::string& anyHeader :
+         {std::string(4, '\0'), std::string("\xFF\xFF\xFF\xFF"), std::string("LDX!")}) {
+        InstallScene scene;
+        WriteFile(scene.archivePath,
+                  anyHeader + Record("cfg/new/deep.cfg", "deep") + Record("empty.cfg", ""));
+        scene.Uninstall();
+        EXPECT_EQ(Snapshot(scene.content),
+                  (Tree{{"cfg", "<folder>"}, {"cfg/new", "<folder>"}, {"cfg/new/deep.cfg", "deep"},
+                        {"empty.cfg", ""}}));
+        EXPECT_FALSE(Exists(scene.archivePath));
+    }
+}
+
+TEST(Uninstall, RemovesOnlyListedPathsBelowTheAccountFolder)
+{
+    InstallScene scene;
+    const std::string& apps = scene.steamapps;
+    const std::vector<std::string> elsewhere = {
+        scene.steam.Path() + "/outside.cfg",
+        apps + "other/counter-strike/cstrike/a.txt",  // another account
+        apps + "player2/a.txt",                       // shares the account name's first letters
+        scene.accountFolder + "/counter-strike/../../victim.cfg",
+        scene.accountFolder + "/counter-strike/cstrike/cfg/../../../../victim.cfg",
+    };
+    WriteFile(apps + "victim.cfg", "victim");
+    std::string list;
+    for (const std::string& path : elsewhere) {
+        if (path.find("..") == std::string::npos)
+            WriteFile(path, "not ours");
+        list += path + "\r\n";
+    }
+    MakeFolders(scene.content + "cfg");
+    WriteFile(scene.content + "ours.cfg", "ours");
+    list += scene.content + "ours.cfg\r\n";
+    Tree expected = Snapshot(scene.steam.Path());
+    expected.erase("steamapps/player/counter-strike/cstrike/ours.cfg");
+    WriteFile(scene.removalListPath, list);
+
+    scene.Uninstall();
+    EXPECT_EQ(Snapshot(scene.steam.Path()), expected);
+}
+
+TEST(Uninstall, RestoresOnlyPlainRelativeNamesAndStopsAtACutRecord)
+{
+    InstallScene scene;
+    Tree expected = Snapshot(scene.steam.Path());
+    WriteFile(scene.archivePath, header + Record("../x", "x") + Record("/abs", "abs") +
+                                     Record("a\\b", "b") + Record("c:x", "c") + Record("", "e") +
+                                     Record("ok.cfg", "ok") + Record("cfg/new/ok.cfg", "ok2") +
+                                     Record("cfg/a/../../../escape.cfg", "escape") +
+                                     Record("last.cfg", "0123456789").substr(0, 20));
+    scene.Uninstall();
+    const std::string c = "steamapps/player/counter-strike/cstrike/";
+    expected[c + "ok.cfg"] = "ok";
+    expected[c + "cfg"] = "<folder>";
+    expected[c + "cfg/new"] = "<folder>";
+    expected[c + "cfg/new/ok.cfg"] = "ok2";
+    EXPECT_EQ(Snapshot(scene.steam.Path()), expected);
+}
+
+}  // namespace
