@@ -1,0 +1,36 @@
+#include "running_ludax.h"
+
+#include "message_box_reader.h"
+#include "window_finder.h"
+
+namespace {
+
+std::string Narrow(const std::wstring& text)
+{
+    std::string bytes;
+    for (wchar_t c : text)
+        bytes += c < 128 ? static_cast<char>(c) : '?';
+    return bytes;
+}
+
+}  // namespace
+
+RunningLudax::RunningLudax() : process(LudaxExePath())
+{
+    if (!process.Started()) {
+        failure = "Ludax.exe could not be started";
+        return;
+    }
+    // A fatal message box instead of the window ends the wait at once.
+    HWND shown = WaitForWindow(process, [](HWND candidate) {
+        return ClassOf(candidate) == L"Ludax" || ClassOf(candidate) == L"#32770";
+    });
+    if (!shown) {
+        failure = process.Running() ? "no window within the time limit" : "the program ended";
+    } else if (ClassOf(shown) == L"#32770") {
+        MessageBoxContent box = ReadMessageBox(shown);
+        failure = "message box \"" + Narrow(box.caption) + "\": " + Narrow(box.text);
+    } else {
+        window = shown;
+    }
+}

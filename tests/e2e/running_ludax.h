@@ -1,0 +1,17 @@
+#pragma once
+// Ludax.exe started for one test, with its main window once it shows (terminated at the end
+// of the test if it is still running).
+
+#include <windows.h>
+
+#include <string>
+
+#include "launched_process.h"
+
+struct RunningLudax {
+    RunningLudax();
+
+    LaunchedProcess process;
+    HWND window = nullptr;  // the visible "Ludax" window, nullptr when none came
+    std::string failure;    // why there is no window
+};
