@@ -2,7 +2,15 @@
 
 namespace {
 
-// True when a segment between separators is exactly "..". Windows also splits on '\\', so a
+// Windows drops trailing dots and spaces from a path segment, so "..", "..." and ".. " all
+// lead to the parent folder.
+bool IsParentSegment(const std::string& segment)
+{
+    return segment.compare(0, 2, "..") == 0 &&
+           segment.find_first_not_of(". ") == std::string::npos;
+}
+
+// True when a segment between separators leads up. Windows also splits on '\\', so a
 // backslash counts as a separator here even though the installer never writes one.
 bool HasParentSegment(const std::string& path)
 {
@@ -11,7 +19,7 @@ bool HasParentSegment(const std::string& path)
         std::size_t end = path.find_first_of("/\\", start);
         if (end == std::string::npos)
             end = path.size();
-        if (path.compare(start, end - start, "..") == 0)
+        if (IsParentSegment(path.substr(start, end - start)))
             return true;
         start = end + 1;
     }
