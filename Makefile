@@ -49,6 +49,10 @@ test: test-native test-windows test-fuzz
 fuzz: deps
 	tests/fuzz/run-fuzzers 300
 
+# Install and uninstall timed against a plain copy, natively and under Wine (bench/RESULTS.md).
+bench: windows
+	bench/run
+
 run: windows
 	app/demo/run-demo
 

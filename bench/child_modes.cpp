@@ -1,0 +1,87 @@
+#include "child_modes.h"
+
+#include <chrono>
+#include <cstdio>
+
+#include "bench_games.h"
+#include "bench_process.h"
+#include "child_report.h"
+#include "full_game_folder.h"
+#include "install.h"
+#include "system.h"
+
+namespace bench {
+
+namespace {
+
+// Answers every question with Yes and shows nothing, so the run never waits for a click.
+class SilentWindow final : public InstallWindow {
+public:
+    int ShowMessage(const std::string&, const std::string&, unsigned) override { return sys::idYes; }
+    void EnableUninstall(const GameProfile&, bool) override {}
+};
+
+int Usage()
+{
+    std::fprintf(stderr, "ludax_bench: bad child arguments\n");
+    return 2;
+}
+
+int RunOperation(const std::vector<std::string>& args)
+{
+    if (args.size() != 5)
+        return Usage();
+    const BenchGame* game = FindGame(args[1]);
+    if (!game)
+        return Usage();
+    bool install = args[0] == "install";
+    SteamAccount account;
+    account.name = args[3];
+    // A first install, and an uninstall of an installed game: the window's own preconditions.
+    account.*(game->profile->installedFlag) = !install;
+    SilentWindow window;
+
+    auto start = std::chrono::steady_clock::now();
+    if (install)
+        InstallConfig(*game->profile, args[2], account, window);
+    else
+        UninstallConfig(*game->profile, args[2], account, window);
+    auto end = std::chrono::steady_clock::now();
+
+    ChildReport report;
+    report.ms = std::chrono::duration<double, std::milli>(end - start).count();
+    report.peakBytes = OwnPeakBytes();
+    WriteReport(args[4], report);
+    return 0;
+}
+
+}  // namespace
+
+bool IsChildMode(const std::string& mode)
+{
+    return mode == "idle" || mode == "install" || mode == "uninstall" || mode == "fill";
+}
+
+int RunChildMode(const std::vector<std::string>& args)
+{
+    const std::string& mode = args[0];
+    if (mode == "idle") {
+        if (args.size() != 2)
+            return Usage();
+        ChildReport report;
+        report.peakBytes = OwnPeakBytes();
+        WriteReport(args[1], report);
+        return 0;
+    }
+    if (mode == "fill") {
+        const BenchGame* game = args.size() >= 3 ? FindGame(args[1]) : nullptr;
+        if (!game)
+            return Usage();
+        for (std::size_t i = 2; i < args.size(); ++i)
+            FillWithOtherBytes(*game->profile->payload, args[i]);
+        return 0;
+    }
+    return RunOperation(args);
+}
+
+}  // namespace bench

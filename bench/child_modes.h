@@ -1,0 +1,18 @@
+#pragma once
+// The benchmark starts itself again for every measured operation, so that each child's peak
+// memory belongs to that operation alone:
+//   idle <report>                                   loads nothing: the baseline
+//   install|uninstall <game> <steamapps> <account> <report>
+//   fill <game> <content folder>...                 prepares full game folders (not measured)
+
+#include <string>
+#include <vector>
+
+namespace bench {
+
+bool IsChildMode(const std::string& mode);
+
+// `args` starts with the mode; returns the process exit status.
+int RunChildMode(const std::vector<std::string>& args);
+
+}  // namespace bench

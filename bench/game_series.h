@@ -1,0 +1,37 @@
+#pragma once
+// Everything measured for one game: a value per run for each operation.
+
+#include <cstdint>
+#include <vector>
+
+#include "folder_size.h"
+
+namespace bench {
+
+struct Sample {
+    double ms = 0;
+    long long peakBytes = -1;  // -1: not measurable on this platform
+};
+
+struct Series {
+    std::vector<double> ms;
+    std::vector<long long> peaks;
+
+    void Add(const Sample& sample)
+    {
+        ms.push_back(sample.ms);
+        peaks.push_back(sample.peakBytes);
+    }
+};
+
+struct GameSeries {
+    FolderSize payload;                   // the set the container is packed from
+    std::uintmax_t largestOverwritten = 0;
+    int copySets = 1;                     // copies of the set one copy-tool run makes
+    Series copyStartup;                   // the copy tool on an empty source folder
+    Series copyEmpty, copyFull;           // whole copy-tool runs, start-up included
+    Series installEmpty, installFull;
+    Series uninstallEmpty, uninstallFull;
+};
+
+}  // namespace bench

@@ -1,0 +1,39 @@
+#pragma once
+// The printed result: one table per game, one row per operation.
+
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+// A figure that does not apply or cannot be measured; printed as "-".
+constexpr double none = std::numeric_limits<double>::quiet_NaN();
+
+struct ReportRow {
+    std::string operation;
+    double medianMs = none;
+    double minMs = none;
+    double maxMs = none;
+    double ratioToCopy = none;     // median over the copy's median
+    double minRatioToCopy = none;  // fastest run over the copy's fastest: less hurt by other load
+    double peakMb = none;      // over the idle child
+    double budgetMb = none;    // memory target
+    bool speedTarget = false;  // the install's 1.5x-of-copy target applies
+};
+
+struct ReportTable {
+    std::string title;
+    std::vector<ReportRow> rows;
+    std::string note;  // printed under the rows
+};
+
+// The targets: an install takes at most speedLimit times the plain copy, and no operation's
+// peak exceeds the container plus the largest overwritten file plus budgetSlackMb.
+constexpr double speedLimit = 1.5;
+constexpr double budgetSlackMb = 8;
+
+// Prints the table; true when every target in it is met.
+bool PrintTable(const ReportTable& table);
+
+}  // namespace bench

@@ -1,0 +1,27 @@
+#include "run_tree.h"
+
+#include <filesystem>
+
+namespace bench {
+
+RunTree MakeRunTree(const std::string& workFolder, const std::string& label, const GameProfile& game)
+{
+    RunTree tree;
+    tree.root = workFolder + "/" + label;
+    tree.steamappsPath = tree.root + "/steamapps/";
+    tree.account = "player";
+    tree.contentFolder = tree.steamappsPath + tree.account + game.contentSubPath;
+    tree.archivePath = tree.steamappsPath + tree.account + game.archiveName;
+    tree.removalListPath = tree.steamappsPath + tree.account + game.removalListName;
+    std::filesystem::remove_all(tree.root);
+    std::filesystem::create_directories(tree.contentFolder);
+    return tree;
+}
+
+void RemoveRunTree(const RunTree& tree)
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(tree.root, ignored);
+}
+
+}  // namespace bench
