@@ -1,0 +1,3 @@
+#include "version.h"
+
+const std::string versionLabel = "GUI v.1.02";
