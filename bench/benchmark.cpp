@@ -118,7 +118,7 @@ Sample Benchmark::Copy(const std::string& source, const RunTree& tree)
 {
     ProcessOutcome outcome = CopyFolder(source, tree.contentFolder);
     Require(outcome.exitCode == 0, std::string(CopyToolName()) + " failed");
-    return {outcome.wallMs, outcome.peakBytes};
+    return {outcome.wallMs};
 }
 
 double Benchmark::IdlePeakBytes()

@@ -78,13 +78,12 @@ ReportTable GameTable(const BenchGame& game, const GameSeries& series, double id
         {"copy over full folder, per set", PerSet(series.copyFull, series.copyStartup, sets),
          FastestPerSet(series.copyFull, series.copyStartup, sets)},
     };
-    const double startupPeak = Median(series.copyStartup.peaks);
+    // No peak for the copy tool: Wine cannot read an ended process's counters, and natively a
+    // spawned child's ru_maxrss starts at the spawning process's size, larger than cp's own.
     for (const auto& each : copies) {
         ReportRow row = Row(each.name, each.perSet);
         row.ratioToCopy = Ratio(row.medianMs, copyMedian);
         row.minRatioToCopy = Ratio(each.fastest, copyFastest);
-        if (startupPeak >= 0)  // a copy tool is seen from outside only where the platform can
-            row.peakMb = (Median(each.perSet.peaks) - startupPeak) / mb;
         table.rows.push_back(row);
     }
 
