@@ -5,6 +5,7 @@
 #include "ludax_window.h"
 #include "running_ludax.h"
 #include "steam_folder.h"
+#include "text.h"
 #include "window_finder.h"
 
 namespace {
@@ -14,7 +15,7 @@ std::vector<std::wstring> ListingOrder(const std::string& folder)
 {
     std::vector<std::wstring> names;
     WIN32_FIND_DATAW entry;
-    HANDLE search = FindFirstFileW(std::wstring(folder.begin(), folder.end()).append(L"*.*").c_str(), &entry);
+    HANDLE search = FindFirstFileW((Widen(folder) + L"*.*").c_str(), &entry);
     if (search == INVALID_HANDLE_VALUE)
         return names;
     do {
@@ -25,8 +26,6 @@ std::vector<std::wstring> ListingOrder(const std::string& folder)
     FindClose(search);
     return names;
 }
-
-std::string Narrow(const std::wstring& text) { return std::string(text.begin(), text.end()); }
 
 }  // namespace
 

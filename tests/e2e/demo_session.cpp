@@ -7,19 +7,8 @@
 #include "logo_reference.h"
 #include "ludax_window.h"
 #include "message_box_reader.h"
+#include "text.h"
 #include "window_finder.h"
-
-namespace {
-
-std::string Narrow(const std::wstring& text)
-{
-    std::string bytes;
-    for (wchar_t c : text)
-        bytes += c < 128 ? static_cast<char>(c) : '?';
-    return bytes;
-}
-
-}  // namespace
 
 int RunDemoSession()
 {

@@ -1,19 +1,8 @@
 #include "running_ludax.h"
 
 #include "message_box_reader.h"
+#include "text.h"
 #include "window_finder.h"
-
-namespace {
-
-std::string Narrow(const std::wstring& text)
-{
-    std::string bytes;
-    for (wchar_t c : text)
-        bytes += c < 128 ? static_cast<char>(c) : '?';
-    return bytes;
-}
-
-}  // namespace
 
 RunningLudax::RunningLudax() : process(LudaxExePath())
 {
