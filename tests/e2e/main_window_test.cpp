@@ -146,6 +146,12 @@ TEST_F(MainWindow, LogoFadesInFromYellowToTheOpaqueArtworkAndStays)
     EXPECT_EQ(LogoMismatches(CaptureScreen(band), logo), 0);
     RedrawWindow(ludax.window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
     EXPECT_TRUE(WaitUntil([&] { return LogoMismatches(CaptureScreen(band), logo) == 0; }, 2000));
+    // The yellow background shows through the 2-pixel gaps below the logo and between controls.
+    Pixels window = CaptureScreen(rect);
+    const COLORREF yellow = RGB(255, 255, 0);
+    for (int y : {150, 151, 176, 177, 202, 203, 228, 229, 254, 255})
+        for (int x : {0, 175, 349})
+            EXPECT_EQ(window.At(x, y), yellow) << "gap pixel (" << x << "," << y << ")";
     // The version label: orange text in the top-left corner.
     Pixels shown = CaptureScreen(band);
     int orange = 0;
