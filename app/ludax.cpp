@@ -12,6 +12,7 @@ Ludax::Ludax()
     CreateLudaxLayout(*this, window);
     steamappsPath = ReadSteamappsPath();
     logo = LudaxImage::LudaxLogo();  // a private copy: the fade rewrites its alpha
+    SetAlpha(logo, fadeLevel);       // invisible until the fade brings it in
     SetWindowPos(window, nullptr, 0, 0, ludaxDesignWidth, ludaxDesignHeight,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     SetWindowTextA(window, "Ludax config.");
