@@ -41,12 +41,7 @@ std::vector<std::uint8_t> encodeBmp8(int width, int height, const std::vector<st
     out.u32(256);
     out.u32(0);
 
-    for (const Rgb& c : palette) {
-        out.u8(c.b);
-        out.u8(c.g);
-        out.u8(c.r);
-        out.u8(0);
-    }
+    writeDibPalette(out, palette);
     for (int y = height - 1; y >= 0; --y) {
         for (int x = 0; x < width; ++x)
             out.u8(indices[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x)]);
@@ -55,6 +50,16 @@ std::vector<std::uint8_t> encodeBmp8(int width, int height, const std::vector<st
     if (out.size() != pixelOffset + imageSize)
         throw std::logic_error("BMP size mismatch");
     return out.bytes();
+}
+
+void writeDibPalette(ByteWriter& out, const std::vector<Rgb>& palette)
+{
+    for (const Rgb& c : palette) {
+        out.u8(c.b);
+        out.u8(c.g);
+        out.u8(c.r);
+        out.u8(0);
+    }
 }
 
 } // namespace ludaxgen

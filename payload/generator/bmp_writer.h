@@ -7,6 +7,11 @@
 
 namespace ludaxgen {
 
+class ByteWriter;
+
+// A DIB colour table: one blue, green, red, zero quad per colour.
+void writeDibPalette(ByteWriter& out, const std::vector<Rgb>& palette);
+
 // 8-bit palette BMP: BITMAPFILEHEADER, BITMAPINFOHEADER, 256 palette entries,
 // rows bottom-up padded to 4 bytes. indices are row-major, top-down.
 std::vector<std::uint8_t> encodeBmp8(int width, int height, const std::vector<std::uint8_t>& indices,

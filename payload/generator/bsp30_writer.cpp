@@ -51,14 +51,6 @@ void writeAxis(ByteWriter& w, const TextureAxis& axis)
     w.f32(0.0f);
 }
 
-void writeBounds16(ByteWriter& w, const Vec3i& mins, const Vec3i& maxs)
-{
-    for (int v : mins)
-        w.i16(checkedI16(v, "bounds"));
-    for (int v : maxs)
-        w.i16(checkedI16(v, "bounds"));
-}
-
 } // namespace
 
 std::vector<std::uint8_t> encodeBsp30(const MapGeometry& map)

@@ -39,12 +39,7 @@ std::vector<std::uint8_t> encodeDib(const IconImage& icon)
     out.i32(0);
     out.u32(checkedU32(palette.size(), "icon palette size"));
     out.u32(0);
-    for (const Rgb& c : palette) {
-        out.u8(c.b);
-        out.u8(c.g);
-        out.u8(c.r);
-        out.u8(0);
-    }
+    writeDibPalette(out, palette);
     for (int y = h - 1; y >= 0; --y) {
         const std::size_t rowStart = out.size();
         if (icon.bitsPerPixel == 32) {

@@ -11,4 +11,12 @@ void LumpTable::append(ByteWriter& file, std::size_t lump, const ByteWriter& dat
     file.raw(data.bytes());
 }
 
+void writeBounds16(ByteWriter& w, const Vec3i& mins, const Vec3i& maxs)
+{
+    for (int v : mins)
+        w.i16(checkedI16(v, "bounds"));
+    for (int v : maxs)
+        w.i16(checkedI16(v, "bounds"));
+}
+
 } // namespace ludaxgen

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "byte_writer.h"
+#include "map_geometry.h"
 
 #include <cstddef>
 
@@ -19,5 +20,8 @@ private:
     std::size_t firstSlot_;
     std::size_t slotStride_;
 };
+
+// A box as two corners of signed 16-bit coordinates, as both map formats store it.
+void writeBounds16(ByteWriter& w, const Vec3i& mins, const Vec3i& maxs);
 
 } // namespace ludaxgen

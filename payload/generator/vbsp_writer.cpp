@@ -67,14 +67,6 @@ void writeVector(ByteWriter& w, const TextureAxis& axis, float scale)
     w.f32(0.0f);
 }
 
-void writeBounds16(ByteWriter& w, const Vec3i& mins, const Vec3i& maxs)
-{
-    for (int v : mins)
-        w.i16(checkedI16(v, "bounds"));
-    for (int v : maxs)
-        w.i16(checkedI16(v, "bounds"));
-}
-
 // Source keeps every plane next to its flipped twin: 2k faces +axis, 2k+1 faces -axis.
 struct PlanePairs {
     std::vector<MapPlane> planes;
