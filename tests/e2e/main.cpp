@@ -7,9 +7,23 @@
 #include <iostream>
 
 #include "demo_session.h"
+#include "launched_process.h"
 #include "private_desktop.h"
 #include "steam_folder.h"
 #include "unmanaged_windows.h"
+#include "window_finder.h"
+
+namespace {
+
+// A fresh Wine prefix takes many seconds to show its first window (it builds its font cache):
+// pay for that once here instead of inside the first test's time limit.
+void WarmUpWine()
+{
+    LaunchedProcess ludax(LudaxExePath());
+    WaitForWindow(ludax, [](HWND) { return true; }, 120000);
+}
+
+}  // namespace
 
 int main(int argc, char** argv)
 {
@@ -18,6 +32,7 @@ int main(int argc, char** argv)
         return 1;
     }
     UnmanagedWindows unmanaged;
+    WarmUpWine();
     if (argc == 2 && std::strcmp(argv[1], "--demo-session") == 0)
         return RunDemoSession();
     testing::InitGoogleTest(&argc, argv);
