@@ -2,16 +2,16 @@
 
 #include <cstdint>
 
+#include "little_endian.h"
+
 namespace {
 
 // A signed 32-bit little-endian length at `position`, or -1 when it does not fit.
 std::int64_t ReadLength(const std::vector<char>& buffer, std::size_t position)
 {
-    if (position > buffer.size() || buffer.size() - position < 4)
-        return -1;
     std::uint32_t value = 0;
-    for (int i = 3; i >= 0; --i)
-        value = value << 8 | static_cast<unsigned char>(buffer[position + i]);
+    if (!ReadLittleEndian32(buffer.data(), buffer.size(), position, value))
+        return -1;
     return static_cast<std::int32_t>(value);
 }
 
