@@ -101,7 +101,7 @@ void Ludax::RunForSelectedAccount(Procedure procedure, const GameProfile& game)
     int index = static_cast<int>(SendMessageA(accountSelect, CB_GETCURSEL, 0, 0));
     if (index < 0 || static_cast<std::size_t>(index) >= accounts.size())
         return;
-    procedure(game, steamappsPath, accounts[index], *this);
+    procedure(game, accounts[index], *this);
 }
 
 void Ludax::Cs16Install() { RunForSelectedAccount(InstallConfig, cs16Profile); }

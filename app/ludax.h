@@ -57,7 +57,7 @@ private:
     void ConnectButtons();
 
     // Runs an install or uninstall for the chosen account.
-    using Procedure = void (*)(const GameProfile&, const std::string&, SteamAccount&, InstallWindow&);
+    using Procedure = void (*)(const GameProfile&, SteamAccount&, InstallWindow&);
     void RunForSelectedAccount(Procedure procedure, const GameProfile& game);
 
     void Cs16Install();

@@ -6,6 +6,7 @@
 #include "bench_games.h"
 #include "bench_process.h"
 #include "child_report.h"
+#include "discovery.h"
 #include "full_game_folder.h"
 #include "install.h"
 #include "system.h"
@@ -35,17 +36,16 @@ int RunOperation(const std::vector<std::string>& args)
     if (!game)
         return Usage();
     bool install = args[0] == "install";
-    SteamAccount account;
-    account.name = args[3];
+    SteamAccount account = AccountFolderEntry(args[2], args[3]);
     // A first install, and an uninstall of an installed game: the window's own preconditions.
     account.*(game->profile->installedFlag) = !install;
     SilentWindow window;
 
     auto start = std::chrono::steady_clock::now();
     if (install)
-        InstallConfig(*game->profile, args[2], account, window);
+        InstallConfig(*game->profile, account, window);
     else
-        UninstallConfig(*game->profile, args[2], account, window);
+        UninstallConfig(*game->profile, account, window);
     auto end = std::chrono::steady_clock::now();
 
     ChildReport report;

@@ -2,6 +2,8 @@
 
 #include <filesystem>
 
+#include "discovery.h"
+
 namespace bench {
 
 RunTree MakeRunTree(const std::string& workFolder, const std::string& label, const GameProfile& game)
@@ -10,7 +12,7 @@ RunTree MakeRunTree(const std::string& workFolder, const std::string& label, con
     tree.root = workFolder + "/" + label;
     tree.steamappsPath = tree.root + "/steamapps/";
     tree.account = "player";
-    tree.contentFolder = tree.steamappsPath + tree.account + game.contentSubPath;
+    tree.contentFolder = AccountFolderEntry(tree.steamappsPath, tree.account).*game.contentFolder;
     tree.archivePath = tree.steamappsPath + tree.account + game.archiveName;
     tree.removalListPath = tree.steamappsPath + tree.account + game.removalListName;
     std::filesystem::remove_all(tree.root);

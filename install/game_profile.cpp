@@ -1,7 +1,7 @@
 #include "game_profile.h"
 
 const GameProfile cs16Profile = {
-    "/counter-strike/cstrike/",
+    &SteamAccount::cs16Content,
     "/cs16ludax.bak",
     "/cs16ludax_1.bak",
     &SteamAccount::hasCs16Backup,
@@ -12,7 +12,7 @@ const GameProfile cs16Profile = {
 };
 
 const GameProfile cssProfile = {
-    "/counter-strike source/cstrike/",
+    &SteamAccount::cssContent,
     "/cssludax.bak",
     "/cssludax_1.bak",
     &SteamAccount::hasCssBackup,

@@ -1,11 +1,13 @@
 #pragma once
 // The fixed data that makes one install procedure serve both games.
 
+#include <string>
+
 #include "embedded.h"
 #include "steam_account.h"
 
 struct GameProfile {
-    const char* contentSubPath;   // below the account folder, e.g. "/counter-strike/cstrike/"
+    std::string SteamAccount::*contentFolder;  // where the entry puts this game's files
     const char* archiveName;      // backup archive, in the account folder
     const char* removalListName;  // removal list, in the account folder
     bool SteamAccount::*installedFlag;

@@ -9,8 +9,7 @@
 #include "removal_list.h"
 #include "system.h"
 
-void InstallConfig(const GameProfile& game, const std::string& steamappsPath,
-                   SteamAccount& account, InstallWindow& window)
+void InstallConfig(const GameProfile& game, SteamAccount& account, InstallWindow& window)
 {
     bool& installed = account.*game.installedFlag;
     if (installed &&
@@ -20,8 +19,8 @@ void InstallConfig(const GameProfile& game, const std::string& steamappsPath,
     const bool firstInstall = !installed;
 
     std::vector<char> container = LoadContainer(*game.payload);
-    const std::string accountFolder = steamappsPath + account.name;
-    const std::string contentFolder = accountFolder + game.contentSubPath;
+    const std::string& accountFolder = account.folder;
+    const std::string& contentFolder = account.*game.contentFolder;
     std::vector<std::string> created;
 
     std::unique_ptr<OutputFile> archive, removalList;

@@ -18,9 +18,7 @@ protected:
 
 // Writes the game's payload into the account's content folder; a first install keeps the
 // overwritten files in the backup archive and lists what it creates in the removal list.
-void InstallConfig(const GameProfile& game, const std::string& steamappsPath,
-                   SteamAccount& account, InstallWindow& window);
+void InstallConfig(const GameProfile& game, SteamAccount& account, InstallWindow& window);
 
 // Deletes what the first install created and puts the player's files back.
-void UninstallConfig(const GameProfile& game, const std::string& steamappsPath,
-                     SteamAccount& account, InstallWindow& window);
+void UninstallConfig(const GameProfile& game, SteamAccount& account, InstallWindow& window);

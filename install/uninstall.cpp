@@ -6,10 +6,9 @@
 #include "removal_list.h"
 #include "system.h"
 
-void UninstallConfig(const GameProfile& game, const std::string& steamappsPath,
-                     SteamAccount& account, InstallWindow& window)
+void UninstallConfig(const GameProfile& game, SteamAccount& account, InstallWindow& window)
 {
-    const std::string accountFolder = steamappsPath + account.name;
+    const std::string& accountFolder = account.folder;
 
     // First delete what the first install created, innermost folders after their files.
     const std::string removalListPath = accountFolder + game.removalListName;
@@ -24,7 +23,7 @@ void UninstallConfig(const GameProfile& game, const std::string& steamappsPath,
     // Then put back the files it overwrote.
     const std::string archivePath = accountFolder + game.archiveName;
     std::vector<char> archive = ReadWholeFile(archivePath);
-    const std::string contentFolder = accountFolder + game.contentSubPath;
+    const std::string& contentFolder = account.*game.contentFolder;
     WalkBackupArchive(archive, [&](const ContainerRecord& record) {
         if (!IsRestorableName(record.name))
             return;

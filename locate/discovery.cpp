@@ -1,5 +1,8 @@
 #include "discovery.h"
 
+#include <algorithm>
+
+#include "library_folders.h"
 #include "system.h"
 
 std::string ReadSteamappsPath(const std::string& steamKey)
@@ -16,20 +19,105 @@ std::string ReadSteamappsPath(const std::string& steamKey)
     return steamPath + "/steamapps/";
 }
 
+namespace {
+
+const std::string steamappsSuffix = "/steamapps/";
+
+// More libraries than any PC holds; a longer list is damage.
+constexpr std::size_t libraryLimit = 1000;
+// libraryfolders.vdf is a few kilobytes; only its start is read.
+constexpr std::size_t libraryFileLimit = 1 << 20;
+
+// How Windows tells two spellings of a folder apart: not by letter case, not by '\' or '/',
+// not by a trailing separator.
+std::string PlaceKey(const std::string& path)
+{
+    std::string key;
+    for (char c : path)
+        key += c == '\\' ? '/' : (c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c);
+    while (!key.empty() && key.back() == '/')
+        key.pop_back();
+    return key;
+}
+
+void TestBackups(SteamAccount& account)
+{
+    account.hasCs16Backup = sys::PathExists(account.folder + "/cs16ludax.bak");
+    account.hasCssBackup = sys::PathExists(account.folder + "/cssludax.bak");
+}
+
+bool HoldsAnything(const SteamAccount& account)
+{
+    return account.hasCs16 || account.hasCss || account.hasCs16Backup || account.hasCssBackup;
+}
+
+}  // namespace
+
+SteamAccount AccountFolderEntry(const std::string& steamappsPath, const std::string& name)
+{
+    SteamAccount account;
+    account.name = name;
+    account.folder = steamappsPath + name;
+    account.cs16Content = account.folder + "/counter-strike/cstrike/";
+    account.cssContent = account.folder + "/counter-strike source/cstrike/";
+    return account;
+}
+
+SteamAccount LibraryEntry(const std::string& libraryPath)
+{
+    SteamAccount library;
+    library.name = "Steam library: " + libraryPath;
+    library.folder = libraryPath + "/steamapps/common";
+    library.cs16Content = library.folder + "/Half-Life/cstrike/";
+    library.cssContent = library.folder + "/Counter-Strike Source/cstrike/custom/ludax/";
+    return library;
+}
+
+std::vector<std::string> SteamLibraries(const std::string& steamappsPath)
+{
+    const std::string steamPath = steamappsPath.substr(0, steamappsPath.size() - steamappsSuffix.size());
+    std::vector<std::string> libraries{steamPath};
+    std::string listFile = steamappsPath + "libraryfolders.vdf";
+    if (!sys::PathExists(listFile))
+        listFile = steamPath + "/config/libraryfolders.vdf";
+    std::string text;
+    if (!sys::ReadFileStart(listFile, libraryFileLimit, text))
+        return libraries;
+    std::vector<std::string> seen{PlaceKey(steamPath)};
+    for (const std::string& library : ParseLibraryFolders(text)) {
+        const std::string key = PlaceKey(library);
+        if (key.empty() || std::find(seen.begin(), seen.end(), key) != seen.end())
+            continue;
+        if (libraries.size() == libraryLimit)
+            break;
+        seen.push_back(key);
+        libraries.push_back(library);
+    }
+    return libraries;
+}
+
 std::vector<SteamAccount> FindGames(const std::string& steamappsPath)
 {
     std::vector<SteamAccount> accounts;
     for (const std::string& name : sys::ListFolder(steamappsPath)) {
+        // The Steam folder's shared game folder is offered once, as the first library below.
+        if (PlaceKey(name) == "common")
+            continue;
         // "." and ".." are tested like any other entry: the tests decide what counts.
-        std::string folder = steamappsPath + name;
-        SteamAccount account;
-        account.name = name;
-        account.hasCs16 = sys::PathExists(folder + "/counter-strike");
-        account.hasCss = sys::PathExists(folder + "/counter-strike source");
-        account.hasCs16Backup = sys::PathExists(folder + "/cs16ludax.bak");
-        account.hasCssBackup = sys::PathExists(folder + "/cssludax.bak");
-        if (account.hasCs16 || account.hasCss || account.hasCs16Backup || account.hasCssBackup)
+        SteamAccount account = AccountFolderEntry(steamappsPath, name);
+        account.hasCs16 = sys::PathExists(account.folder + "/counter-strike");
+        account.hasCss = sys::PathExists(account.folder + "/counter-strike source");
+        TestBackups(account);
+        if (HoldsAnything(account))
             accounts.push_back(account);
+    }
+    for (const std::string& libraryPath : SteamLibraries(steamappsPath)) {
+        SteamAccount library = LibraryEntry(libraryPath);
+        library.hasCs16 = sys::PathExists(library.folder + "/Half-Life/cstrike");
+        library.hasCss = sys::PathExists(library.folder + "/Counter-Strike Source/cstrike");
+        TestBackups(library);
+        if (HoldsAnything(library))
+            accounts.push_back(library);
     }
     if (accounts.empty())
         sys::ExitWithMessage("Nincs feltelep\xEDtve (\xE9s legal\xE1"

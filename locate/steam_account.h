@@ -2,9 +2,13 @@
 
 #include <string>
 
-// One folder below steamapps that holds a game folder or a backup archive.
+// One place that holds a game folder or a backup archive: an account folder below steamapps
+// (Steam before shared game folders), or the shared game folder of a Steam library.
 struct SteamAccount {
-    std::string name;
+    std::string name;         // what the chooser shows: the folder's bare name, or the library
+    std::string folder;       // holds the backup archive and the removal list; no trailing '/'
+    std::string cs16Content;  // where the Counter-Strike 1.6 files go; ends with '/'
+    std::string cssContent;   // where the Counter-Strike: Source files go; ends with '/'
     bool hasCs16 = false;
     bool hasCss = false;
     bool hasCs16Backup = false;  // the Counter-Strike 1.6 configuration is installed

@@ -2,6 +2,7 @@
 // The few operating-system calls the installer makes, behind one thin layer with a
 // Win32 body (the real product) and a POSIX body (fast native tests).
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,9 @@ EntryKind FindEntry(const std::string& path);
 
 // True when a file or folder of exactly that path exists.
 inline bool PathExists(const std::string& path) { return FindEntry(path) != EntryKind::none; }
+
+// At most `limit` bytes from the start of the file; false when it cannot be opened.
+bool ReadFileStart(const std::string& path, std::size_t limit, std::string& bytes);
 
 bool MakeFolder(const std::string& path);
 void RemoveFolder(const std::string& path);  // only an empty folder goes; failures ignored

@@ -1,9 +1,11 @@
 #include "system.h"
 
 #include <dirent.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -62,6 +64,24 @@ EntryKind FindEntry(const std::string& path)
     if (path.empty() || stat(path.c_str(), &info) != 0)
         return EntryKind::none;
     return S_ISDIR(info.st_mode) ? EntryKind::folder : EntryKind::file;
+}
+
+bool ReadFileStart(const std::string& path, std::size_t limit, std::string& bytes)
+{
+    bytes.clear();
+    int file = open(path.c_str(), O_RDONLY);
+    if (file < 0)
+        return false;
+    char block[65536];
+    while (bytes.size() < limit) {
+        std::size_t wanted = std::min(sizeof block, limit - bytes.size());
+        ssize_t got = read(file, block, wanted);
+        if (got <= 0)
+            break;
+        bytes.append(block, static_cast<std::size_t>(got));
+    }
+    close(file);
+    return true;
 }
 
 bool MakeFolder(const std::string& path) { return mkdir(path.c_str(), 0777) == 0; }

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace sys {
@@ -48,6 +49,25 @@ EntryKind FindEntry(const std::string& path)
         return EntryKind::none;
     FindClose(search);
     return (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) ? EntryKind::folder : EntryKind::file;
+}
+
+bool ReadFileStart(const std::string& path, std::size_t limit, std::string& bytes)
+{
+    bytes.clear();
+    HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                              OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return false;
+    char block[65536];
+    while (bytes.size() < limit) {
+        DWORD wanted = static_cast<DWORD>(std::min<std::size_t>(sizeof block, limit - bytes.size()));
+        DWORD got = 0;
+        if (!ReadFile(file, block, wanted, &got, nullptr) || got == 0)
+            break;
+        bytes.append(block, got);
+    }
+    CloseHandle(file);
+    return true;
 }
 
 bool MakeFolder(const std::string& path) { return CreateDirectoryA(path.c_str(), nullptr) != 0; }

@@ -1,6 +1,7 @@
 #include "install_scene.h"
 
 #include "container.h"
+#include "discovery.h"
 #include "packer.h"
 
 const std::vector<PayloadFile> testPayload = {
@@ -31,13 +32,14 @@ InstallScene::InstallScene(const GameProfile& game) : InstallScene(game, Paths{}
 
 InstallScene::InstallScene(const GameProfile& game, Paths)
     : steamapps(steam.Path() + "/steamapps/"),
-      account{"player", true, true, false, false},
-      accountFolder(steamapps + account.name),
+      account(AccountFolderEntry(steamapps, "player")),
+      accountFolder(account.folder),
       profile(game),
-      content(accountFolder + game.contentSubPath),
+      content(account.*game.contentFolder),
       archivePath(accountFolder + game.archiveName),
       removalListPath(accountFolder + game.removalListName)
 {
+    account.hasCs16 = account.hasCss = true;
     MakeFolders(content);
 }
 

@@ -28,8 +28,8 @@ public:
     InstallScene(const InstallScene&) = delete;
     InstallScene& operator=(const InstallScene&) = delete;
 
-    void Install() { InstallConfig(profile, steamapps, account, window); }
-    void Uninstall() { UninstallConfig(profile, steamapps, account, window); }
+    void Install() { InstallConfig(profile, account, window); }
+    void Uninstall() { UninstallConfig(profile, account, window); }
     bool Installed() const { return account.*profile.installedFlag; }
 
     // The file's bytes, or "<absent>".
