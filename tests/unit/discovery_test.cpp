@@ -107,6 +107,106 @@ TEST(Discovery, DotEntriesAreTestedLikeAnyOther)
     }
 }
 
+// Steam writes library paths with backslashes on Windows; elsewhere only '/' separates.
+std::string AsSteamWritesIt(std::string path)
+{
+#ifdef _WIN32
+    for (char& c : path)
+        c = c == '/' ? '\\' : c;
+#endif
+    return path;
+}
+
+// A Steam library with Counter-Strike 1.6 and/or Counter-Strike: Source in its shared game folder.
+void AddLibraryGames(const std::string& library, bool cs16, bool css)
+{
+    if (cs16)
+        WriteFile(library + "/steamapps/common/Half-Life/cstrike/config.cfg", "x");
+    if (css)
+        WriteFile(library + "/steamapps/common/Counter-Strike Source/cstrike/cfg/config.cfg", "x");
+}
+
+TEST(Discovery, AccountFoldersFirstThenEveryLibraryInOrder)
+{
+    TempFolder steam, second, third, stale, backupOnly;
+    const std::string apps = steam.Path() + "/steamapps/";
+    MakeFolders(apps + "alice/counter-strike");            // the layout before shared folders
+    AddLibraryGames(steam.Path(), true, true);              // the Steam folder's own common/
+    MakeFolders(apps + "common/counter-strike source");     // never an account, whatever it holds
+    AddLibraryGames(second.Path(), false, true);            // only Counter-Strike: Source
+    MakeFolders(third.Path() + "/steamapps/common/Half-Life/valve");  // no cstrike: nothing of ours
+    WriteFile(backupOnly.Path() + "/steamapps/common/cs16ludax.bak", "\x01");
+
+    // Paths as Steam writes them: backslashes doubled, the Steam folder listed again in another
+    // spelling, one library twice, and one that no longer exists.
+    auto quoted = [](const std::string& path) {
+        std::string escaped;
+        for (char c : AsSteamWritesIt(path))
+            escaped += c == '\\' ? std::string("\\\\") : std::string(1, c);
+        return "\"" + escaped + "\"";
+    };
+    std::string steamAgain = steam.Path();
+    for (char& c : steamAgain)
+        c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    WriteFile(apps + "libraryfolders.vdf",
+              "\"libraryfolders\"\n{\n\t\"contentstatsid\"\t\t\"1\"\n"
+              "\t\"0\"\n\t{\n\t\t\"path\"\t\t" + quoted(steamAgain + "/") + "\n\t}\n"
+              "\t\"1\"\n\t{\n\t\t\"path\"\t\t" + quoted(second.Path()) + "\n\t}\n"
+              "\t\"2\"\n\t{\n\t\t\"path\"\t\t" + quoted(stale.Path() + "/gone") + "\n\t}\n"
+              "\t\"3\"\n\t{\n\t\t\"path\"\t\t" + quoted(third.Path()) + "\n\t}\n"
+              "\t\"4\"\n\t{\n\t\t\"path\"\t\t" + quoted(second.Path() + "/") + "\n\t}\n"
+              "\t\"5\"\n\t{\n\t\t\"path\"\t\t" + quoted(backupOnly.Path()) + "\n\t}\n}\n");
+
+    const std::string secondAsWritten = AsSteamWritesIt(second.Path());
+    const std::string backupOnlyAsWritten = AsSteamWritesIt(backupOnly.Path());
+
+    std::vector<SteamAccount> found = FindGames(apps);
+    ASSERT_EQ(Names(found), (std::vector<std::string>{"alice", "Steam library: " + steam.Path(),
+                                                       "Steam library: " + secondAsWritten,
+                                                       "Steam library: " + backupOnlyAsWritten}));
+
+    const SteamAccount& alice = found[0];
+    EXPECT_EQ(alice.folder, apps + "alice");
+    EXPECT_EQ(alice.cs16Content, apps + "alice/counter-strike/cstrike/");
+    EXPECT_EQ(alice.cssContent, apps + "alice/counter-strike source/cstrike/");
+
+    const SteamAccount& own = found[1];
+    EXPECT_EQ(own.folder, steam.Path() + "/steamapps/common");
+    EXPECT_EQ(own.cs16Content, steam.Path() + "/steamapps/common/Half-Life/cstrike/");
+    EXPECT_EQ(own.cssContent, steam.Path() + "/steamapps/common/Counter-Strike Source/cstrike/custom/ludax/");
+    EXPECT_TRUE(own.hasCs16 && own.hasCss && !own.hasCs16Backup && !own.hasCssBackup);
+
+    const SteamAccount& library = found[2];
+    EXPECT_EQ(library.folder, secondAsWritten + "/steamapps/common");
+    EXPECT_EQ(library.cssContent, secondAsWritten + "/steamapps/common/Counter-Strike Source/cstrike/custom/ludax/");
+    EXPECT_TRUE(!library.hasCs16 && library.hasCss && !library.hasCs16Backup && !library.hasCssBackup);
+    EXPECT_EQ(SelectAccount(found, 2).cssInstall, true);
+    EXPECT_EQ(SelectAccount(found, 2).cs16Install, false);
+
+    const SteamAccount& leftover = found[3];
+    EXPECT_TRUE(!leftover.hasCs16 && !leftover.hasCss && leftover.hasCs16Backup && !leftover.hasCssBackup);
+}
+
+TEST(Discovery, LibraryListIsReadFromConfigOnlyWhenSteamappsHasNone)
+{
+    TempFolder steam, inConfig, inSteamapps;
+    const std::string apps = steam.Path() + "/steamapps/";
+    AddLibraryGames(inConfig.Path(), true, false);
+    AddLibraryGames(inSteamapps.Path(), true, false);
+    WriteFile(steam.Path() + "/config/libraryfolders.vdf",
+              "\"LibraryFolders\" { \"1\" \"" + inConfig.Path() + "\" }");
+    EXPECT_EQ(SteamLibraries(apps), (std::vector<std::string>{steam.Path(), inConfig.Path()}));
+
+    WriteFile(apps + "libraryfolders.vdf", "\"LibraryFolders\" { \"1\" \"" + inSteamapps.Path() + "\" }");
+    EXPECT_EQ(SteamLibraries(apps), (std::vector<std::string>{steam.Path(), inSteamapps.Path()}));
+
+    // A huge list is read only as far as it goes in the first megabyte.
+    std::string huge = "\"LibraryFolders\" { \"1\" \"" + inConfig.Path() + "\" \"junk\" \"";
+    huge += std::string(3 << 20, 'x');
+    WriteFile(apps + "libraryfolders.vdf", huge);
+    EXPECT_EQ(SteamLibraries(apps), (std::vector<std::string>{steam.Path(), inConfig.Path()}));
+}
+
 TEST(Discovery, ButtonsFollowGameFoldersAndBackups)
 {
     std::vector<SteamAccount> accounts(2);
