@@ -28,8 +28,8 @@ constexpr std::size_t libraryLimit = 1000;
 // libraryfolders.vdf is a few kilobytes; only its start is read.
 constexpr std::size_t libraryFileLimit = 1 << 20;
 
-// How Windows tells two spellings of a folder apart: not by letter case, not by '\' or '/',
-// not by a trailing separator.
+// One spelling for the ways Windows accepts of naming the same folder: letter case, '\' or '/'
+// and a trailing separator make no difference there.
 std::string PlaceKey(const std::string& path)
 {
     std::string key;
