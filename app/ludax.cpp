@@ -47,9 +47,10 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
 
 Ludax::Ludax()
 {
-    HDC screen = GetDC(nullptr);
-    dpi = GetDeviceCaps(screen, LOGPIXELSY);
-    ReleaseDC(nullptr, screen);
+    if (HDC screen = GetDC(nullptr)) {
+        dpi = GetDeviceCaps(screen, LOGPIXELSY) > 0 ? GetDeviceCaps(screen, LOGPIXELSY) : 96;
+        ReleaseDC(nullptr, screen);
+    }
     CreateNativeWindow();
     CreateLayout();
     steamappsPath = ReadSteamappsPath();
@@ -103,7 +104,7 @@ void Ludax::CreateNativeWindow()
     windowClass.lpfnWndProc = WindowProcedure;
     windowClass.hInstance = instance;
     windowClass.hCursor = LoadCursor(nullptr, IDC_ARROW);
-    // The taskbar and Alt+Tab take the large icon, the window's own corner the small one.
+    // The shell shows the large icon in Alt+Tab, the small one on the taskbar.
     windowClass.hIcon = static_cast<HICON>(LoadImageA(instance, MAKEINTRESOURCEA(LUDAX_ICON), IMAGE_ICON,
                                                       GetSystemMetrics(SM_CXICON), GetSystemMetrics(SM_CYICON), 0));
     windowClass.hIconSm = static_cast<HICON>(LoadImageA(instance, MAKEINTRESOURCEA(LUDAX_ICON), IMAGE_ICON,
