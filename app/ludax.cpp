@@ -1,21 +1,62 @@
+// The program's entry and its one window: creation, the window procedure, painting, the logo's
+// fade, hit-testing (the logo band is the title bar), the close box and the keyboard focus.
 #include "ludax.h"
 
-#include "account_select.h"
-#include "control_placement.h"
+#include <windowsx.h>
+
+#include <cstdlib>
+
 #include "discovery.h"
-#include "game_profile.h"
-#include "ludax_image.h"
+#include "resources.h"
+
+namespace {
+
+constexpr char ludaxClassName[] = "Ludax";
+
+// The fade's periodic timer: 10 ms, id 1.
+constexpr UINT_PTR fadeTimerId = 1;
+constexpr UINT fadeInterval = 10;
+
+// The close box drawn into the logo's top-right corner. The hit test leaves this corner of the
+// logo band to the client area; the rest of the band is title bar.
+constexpr SIZE closeCorner{10, 11};
+// A click within this area, measured from the logo's top-right corner, closes the window. It is
+// larger than the corner, so the whole box counts; in practice only the corner's clicks reach it.
+constexpr SIZE closeClickArea{42, 29};
+
+// A program without its window has nothing to offer: end at once, as the other fatal paths do.
+[[noreturn]] void WindowFailed() { std::exit(-1); }
+
+}  // namespace
+
+// What ends the program when an exception is not caught (none is thrown on purpose). The
+// standard library's default prints the exception's demangled type name first, which pulls
+// the whole C++ demangler into the .exe for a console this program does not have.
+namespace __gnu_cxx {
+void __verbose_terminate_handler() { std::abort(); }
+}  // namespace __gnu_cxx
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
+{
+    {
+        Ludax ludax;
+        ludax.Run();
+    }
+    return 0;
+}
 
 Ludax::Ludax()
 {
+    if (HDC screen = GetDC(nullptr)) {
+        dpi = GetDeviceCaps(screen, LOGPIXELSY) > 0 ? GetDeviceCaps(screen, LOGPIXELSY) : 96;
+        ReleaseDC(nullptr, screen);
+    }
     CreateNativeWindow();
-    CreateLudaxLayout(*this, window);
+    CreateLayout();
     steamappsPath = ReadSteamappsPath();
     logo = LudaxImage::LudaxLogo();  // a private copy: the fade rewrites its alpha
     SetAlpha(logo, fadeLevel);       // invisible until the fade brings it in
-    SetWindowPos(window, nullptr, 0, 0, ludaxDesignWidth, ludaxDesignHeight,
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    SetWindowTextA(window, "Ludax config.");
+    SetWindowTextA(window, LUDAX_PRODUCT_NAME);
     StackControls();
     FindGames();
     SelectAccount();
@@ -38,89 +79,190 @@ void Ludax::Run()
 {
     MSG message;
     while (GetMessageA(&message, nullptr, 0, 0) > 0) {
+        // The dialog manager's keyboard handling: Tab and Shift+Tab between the chooser and the
+        // enabled buttons, Enter on the focused button.
+        if (window != nullptr && IsDialogMessageA(window, &message))
+            continue;
         TranslateMessage(&message);
         DispatchMessageA(&message);
     }
 }
 
-// Full width below the logo, 2 pixels apart, each keeping its height; the on-screen order is
-// not the layout's declaration order.
-void Ludax::StackControls()
+// The window is laid out in pixels at 100 % (96 pixels per inch); on a screen set larger every
+// size grows with it, so that the text, drawn at the screen's resolution, keeps its room.
+int Ludax::Scaled(int pixels) const { return MulDiv(pixels, dpi, 96); }
+
+// The logo band's size on the screen: the logo's own size at 100 %.
+SIZE Ludax::Band() const { return SIZE{Scaled(logo.width), Scaled(logo.height)}; }
+
+void Ludax::CreateNativeWindow()
 {
-    int bottom = PlaceAccountSelect(accountSelect, 0, logo.height + 2, logo.width);
-    bottom = PlaceControl(cs16Install, 0, bottom + 2, logo.width);
-    bottom = PlaceControl(cs16Uninstall, 0, bottom + 2, logo.width);
-    bottom = PlaceControl(cssInstall, 0, bottom + 2, logo.width);
-    PlaceControl(cssUninstall, 0, bottom + 2, logo.width);
+    HINSTANCE instance = GetModuleHandleA(nullptr);
+    WNDCLASSEXA windowClass{};
+    windowClass.cbSize = sizeof windowClass;
+    windowClass.style = CS_SAVEBITS;
+    windowClass.lpfnWndProc = WindowProcedure;
+    windowClass.hInstance = instance;
+    windowClass.hCursor = LoadCursor(nullptr, IDC_ARROW);
+    // The shell shows the large icon in Alt+Tab, the small one on the taskbar.
+    windowClass.hIcon = static_cast<HICON>(LoadImageA(instance, MAKEINTRESOURCEA(LUDAX_ICON), IMAGE_ICON,
+                                                      GetSystemMetrics(SM_CXICON), GetSystemMetrics(SM_CYICON), 0));
+    windowClass.hIconSm = static_cast<HICON>(LoadImageA(instance, MAKEINTRESOURCEA(LUDAX_ICON), IMAGE_ICON,
+                                                        GetSystemMetrics(SM_CXSMICON),
+                                                        GetSystemMetrics(SM_CYSMICON), 0));
+    windowClass.lpszClassName = ludaxClassName;
+    if (RegisterClassExA(&windowClass) == 0)
+        WindowFailed();
+    // Borderless and captionless; hidden until the constructor has laid it out and centred it.
+    if (CreateWindowExA(0, ludaxClassName, "", WS_POPUP | WS_CLIPCHILDREN, 0, 0, 0, 0, nullptr, nullptr,
+                        instance, this) == nullptr)
+        WindowFailed();
 }
 
-// The window's client area becomes exactly logo width by last button's bottom, centred on the
-// desktop by plain integer halves of its right and bottom edges.
-void Ludax::Centre()
+LRESULT CALLBACK Ludax::WindowProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    RECT desktop{};
-    GetWindowRect(GetDesktopWindow(), &desktop);
-    int width = logo.width;
-    int height = ClientRectOf(cssUninstall).bottom;
-    SetWindowPos(window, nullptr, (desktop.right - width) / 2, (desktop.bottom - height) / 2, width,
-                 height, SWP_NOZORDER | SWP_NOACTIVATE);
+    if (message == WM_NCCREATE) {
+        auto* self = static_cast<Ludax*>(reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams);
+        self->window = hwnd;
+        SetWindowLongPtrA(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
+    }
+    auto* self = reinterpret_cast<Ludax*>(GetWindowLongPtrA(hwnd, GWLP_USERDATA));
+    if (self == nullptr)
+        return DefWindowProcA(hwnd, message, wParam, lParam);
+    if (message == WM_NCDESTROY) {
+        SetWindowLongPtrA(hwnd, GWLP_USERDATA, 0);
+        self->window = nullptr;
+        return DefWindowProcA(hwnd, message, wParam, lParam);
+    }
+    return self->WindowProc(message, wParam, lParam);
 }
 
-void Ludax::FindGames()
+LRESULT Ludax::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    accounts = ::FindGames(steamappsPath);
-    connections.push_back({accountSelect, CBN_SELCHANGE, &Ludax::SelectAccount});
-    for (const SteamAccount& account : accounts)
-        SendMessageA(accountSelect, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(account.name.c_str()));
-    // Selecting by message does not notify, so the change action does not run here.
-    SendMessageA(accountSelect, CB_SETCURSEL, 0, 0);
-    if (accounts.size() == 1)
-        EnableWindow(accountSelect, FALSE);
+    switch (message) {
+    case WM_NCHITTEST:
+        return HitTest(lParam);
+    case WM_LBUTTONDOWN:
+        LeftDown(POINT{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+        return 0;
+    case WM_PAINT:
+        Paint();
+        return 0;
+    case WM_TIMER:
+        if (wParam == fadeTimerId)
+            FadeStep();
+        return 0;
+    case WM_COMMAND:
+        Command(wParam, lParam);
+        return 0;
+    case DM_GETDEFID:
+        return DefaultButton();
+    case WM_ACTIVATE:
+        Activate(LOWORD(wParam) != WA_INACTIVE);
+        return 0;
+    case WM_CLOSE:  // Alt+F4, and whoever else asks the window to close
+        Close();
+        return 0;
+    case WM_DESTROY:
+        PostQuitMessage(0);
+        return 0;
+    }
+    return DefWindowProcA(window, message, wParam, lParam);
 }
 
-void Ludax::SelectAccount()
+// The logo band is the title bar: dragging it moves the window. Its top-right corner (the
+// close box) stays client area so that a click there reaches LeftDown. The row just below the
+// logo still counts as band.
+LRESULT Ludax::HitTest(LPARAM screenPoint)
 {
-    int index = static_cast<int>(SendMessageA(accountSelect, CB_GETCURSEL, 0, 0));
-    ButtonStates states = ::SelectAccount(accounts, index);
-    EnableWindow(cs16Install, states.cs16Install);
-    EnableWindow(cs16Uninstall, states.cs16Uninstall);
-    EnableWindow(cssInstall, states.cssInstall);
-    EnableWindow(cssUninstall, states.cssUninstall);
+    RECT rect{};
+    GetWindowRect(window, &rect);
+    int dx = GET_X_LPARAM(screenPoint) - rect.left;
+    int dy = GET_Y_LPARAM(screenPoint) - rect.top;
+    SIZE band = Band();
+    bool inCloseCorner = dx >= band.cx - Scaled(closeCorner.cx) && dy < Scaled(closeCorner.cy);
+    if (dy <= band.cy && !inCloseCorner)
+        return HTCAPTION;
+    return DefWindowProcA(window, WM_NCHITTEST, 0, screenPoint);
 }
 
-void Ludax::ConnectButtons()
+void Ludax::LeftDown(POINT p)
 {
-    connections.push_back({cs16Install, BN_CLICKED, &Ludax::Cs16Install});
-    connections.push_back({cs16Uninstall, BN_CLICKED, &Ludax::Cs16Uninstall});
-    connections.push_back({cssInstall, BN_CLICKED, &Ludax::CssInstall});
-    connections.push_back({cssUninstall, BN_CLICKED, &Ludax::CssUninstall});
+    if (p.y < Scaled(closeClickArea.cy) && p.x >= Band().cx - Scaled(closeClickArea.cx))
+        Close();
 }
 
-void Ludax::RunForSelectedAccount(Procedure procedure, const GameProfile& game)
+// The close box, Alt+F4 and a WM_CLOSE all end Run() the same way: exit status 0.
+void Ludax::Close() { DestroyWindow(window); }
+
+void Ludax::Paint()
 {
-    int index = static_cast<int>(SendMessageA(accountSelect, CB_GETCURSEL, 0, 0));
-    if (index < 0 || static_cast<std::size_t>(index) >= accounts.size())
+    PAINTSTRUCT paint;
+    HDC dc = BeginPaint(window, &paint);
+    RECT client{};
+    GetClientRect(window, &client);
+    HBRUSH yellow = CreateSolidBrush(backgroundYellow);
+    FillRect(dc, &client, yellow);
+    DeleteObject(yellow);
+    DrawLogoBand(dc, logo, Band());
+    EndPaint(window, &paint);
+}
+
+void Ludax::FadeStep()
+{
+    fadeLevel = static_cast<std::uint8_t>(fadeUp ? fadeLevel + 1 : fadeLevel - 1);
+    if (fadeLevel == 255)
+        fadeUp = false;
+    if (fadeLevel == 0)
+        fadeUp = true;
+    SetAlpha(logo, fadeLevel);
+
+    // Straight onto the window, outside the paint cycle: only the logo band changes.
+    HDC dc = GetDC(window);
+    DrawLogoBand(dc, logo, Band());
+    ReleaseDC(window, dc);
+
+    // The fade ends at full opacity; it never runs back down.
+    if (fadeLevel == 255)
+        KillTimer(window, fadeTimerId);
+}
+
+// Leaving the window, it remembers which control had the focus; coming back (after a message
+// box, or from another program) that control gets it again, or the next one still enabled.
+void Ludax::Activate(bool active)
+{
+    if (!active) {
+        HWND current = GetFocus();
+        if (current != nullptr && IsChild(window, current))
+            focus = current;
         return;
-    procedure(game, accounts[index], *this);
+    }
+    KeepFocusUsable();
 }
 
-void Ludax::Cs16Install() { RunForSelectedAccount(InstallConfig, cs16Profile); }
-
-void Ludax::Cs16Uninstall() { RunForSelectedAccount(UninstallConfig, cs16Profile); }
-
-void Ludax::CssInstall() { RunForSelectedAccount(InstallConfig, cssProfile); }
-
-void Ludax::CssUninstall() { RunForSelectedAccount(UninstallConfig, cssProfile); }
-
-int Ludax::ShowMessage(const std::string& text, const std::string& caption, unsigned style)
+// Enables or disables a control. Disabling the focused control takes the focus away from it,
+// so it is noted first: KeepFocusUsable then passes the focus on to the next control.
+void Ludax::Enable(HWND control, bool enabled)
 {
-    return MessageBoxA(window, text.c_str(), caption.c_str(), style);
+    if (GetFocus() == control)
+        focus = control;
+    EnableWindow(control, enabled);
 }
 
-void Ludax::EnableUninstall(const GameProfile& game, bool enabled)
+// Keeps the keyboard focus on a control that can take it: the remembered one while it is
+// enabled, else the next enabled one in the tab order, else the window itself (so that Alt+F4
+// still works when no control is enabled).
+void Ludax::KeepFocusUsable()
 {
-    if (&game == &cs16Profile)
-        EnableWindow(cs16Uninstall, enabled);
-    else if (&game == &cssProfile)
-        EnableWindow(cssUninstall, enabled);
+    HWND current = GetFocus();
+    if (current != nullptr && IsChild(window, current))
+        focus = current;
+    if (focus != nullptr && !IsWindowEnabled(focus))
+        focus = GetNextDlgTabItem(window, focus, FALSE);
+    if (focus == nullptr)
+        focus = GetNextDlgTabItem(window, nullptr, FALSE);
+    if (focus != nullptr && !IsWindowEnabled(focus))
+        focus = nullptr;
+    if (GetActiveWindow() == window)
+        SetFocus(focus != nullptr ? focus : window);
 }

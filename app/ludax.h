@@ -6,17 +6,31 @@
 #include <string>
 #include <vector>
 
-#include "bgra_image.h"
 #include "install.h"
-#include "ludax_layout.h"
+#include "logo.h"
 #include "steam_account.h"
+
+// The main window's controls, in the layout's declaration order (which is not the order on
+// the screen: the window re-places them).
+struct LudaxLayout {
+    HWND accountSelect = nullptr;
+    HWND cssUninstall = nullptr;
+    HWND cssInstall = nullptr;
+    HWND cs16Install = nullptr;
+    HWND cs16Uninstall = nullptr;
+};
 
 // The main window and the application: a borderless pop-up with the fading logo on top (which
 // also serves as its title bar and holds the close box) and the account chooser and the four
-// action buttons stacked below it.
+// action buttons stacked below it. One window procedure serves it; its state is this object,
+// which the native window holds in GWLP_USERDATA.
+//   ludax.cpp     the window: entry, creation, window procedure, painting, fade, hit-testing,
+//                 close box, keyboard focus
+//   controls.cpp  the controls: layout, stacking, the account chooser, the buttons' actions
 class Ludax final : public LudaxLayout, public InstallWindow {
 public:
-    // Builds and opens the window; ends the process when Steam or a game cannot be found.
+    // Builds and opens the window; ends the process when the window cannot be made or when
+    // Steam or a game cannot be found.
     Ludax();
     ~Ludax();
     Ludax(const Ludax&) = delete;
@@ -36,36 +50,40 @@ private:
         void (Ludax::*action)();
     };
 
-    // The fade's periodic timer: 10 ms, id 1.
-    static constexpr UINT_PTR fadeTimerId = 1;
-    static constexpr UINT fadeInterval = 10;
-
+    // The window (ludax.cpp).
+    int Scaled(int pixels) const;
+    SIZE Band() const;
     void CreateNativeWindow();
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT HitTest(LPARAM screenPoint);
     void LeftDown(POINT p);
-    void Command(WPARAM wParam, LPARAM lParam);
-
+    void Close();
     void Paint();
     void FadeStep();
-
-    void StackControls();
     void Centre();
+    void Activate(bool active);
+    void Enable(HWND control, bool enabled);
+    void KeepFocusUsable();
+
+    // The controls (controls.cpp).
+    void CreateLayout();
+    void StackControls();
     void FindGames();
     void SelectAccount();
     void ConnectButtons();
-
-    // Runs an install or uninstall for the chosen account.
+    void Command(WPARAM wParam, LPARAM lParam);
+    LRESULT DefaultButton() const;
     using Procedure = void (*)(const GameProfile&, SteamAccount&, InstallWindow&);
     void RunForSelectedAccount(Procedure procedure, const GameProfile& game);
-
     void Cs16Install();
     void Cs16Uninstall();
     void CssInstall();
     void CssUninstall();
 
     HWND window = nullptr;
+    int dpi = 96;          // the screen's pixels per inch; every size below is given at 96
+    HWND focus = nullptr;  // the control that had the keyboard focus when the window lost it
     std::vector<Connection> connections;
 
     std::string steamappsPath;

@@ -5,8 +5,7 @@
 namespace {
 
 // "The folder could not be created! I am exiting!", followed by the folder on its own line.
-const char folderFailedText[] =
-    "Nem sik\xFC" "r\xFC" "lt a k\xF6" "nyvt\xE1" "r l\xE9" "trehoz\xE1" "sa!\nKil\xE9" "pek!\n";
+const char folderFailedText[] = "Nem sikerült a könyvtár létrehozása!\nKilépek!\n";
 
 }  // namespace
 

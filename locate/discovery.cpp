@@ -120,9 +120,8 @@ std::vector<SteamAccount> FindGames(const std::string& steamappsPath)
             accounts.push_back(library);
     }
     if (accounts.empty())
-        sys::ExitWithMessage("Nincs feltelep\xEDtve (\xE9s legal\xE1"
-                             "bb egyszer elind\xEDtva) sem a Counter Strike sem a Counter "
-                             "Strike Source!\nKil\xE9pek!",
+        sys::ExitWithMessage("Nincs feltelepítve (és legalább egyszer elindítva) sem a Counter "
+                             "Strike sem a Counter Strike Source!\nKilépek!",
                              "Hiba:", sys::mbOk | sys::mbIconError);
     return accounts;
 }

@@ -1,6 +1,8 @@
-// ludax-logo-pack <image.ppm> <output>: packs the window logo for embedding in the program.
-// Output: width and height as little-endian 32-bit words, then one zlib stream of the pixels
-// as blue, green, red, alpha bytes, rows top to bottom, every alpha 255.
+// ludax-logo-pack <image.ppm> <logo output> <icon output>: makes the program's two pictures
+// from the logo artwork, for embedding in it.
+// Logo output: width and height as little-endian 32-bit words, then one zlib stream of the
+// pixels as blue, green, red, alpha bytes, rows top to bottom, every alpha 255.
+// Icon output: an .ico file with the icon at 16, 32, 48 and 256 pixels (icon.h).
 #include <zlib.h>
 
 #include <cctype>
@@ -12,6 +14,8 @@
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "icon.h"
 
 namespace {
 
@@ -81,27 +85,34 @@ void PutLittleEndian32(std::vector<unsigned char>& out, std::uint32_t value)
         out.push_back(static_cast<unsigned char>(value >> shift));
 }
 
+void WriteFile(const char* path, const std::vector<unsigned char>& bytes)
+{
+    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    if (!file.flush())
+        Fail(std::string("cannot write ") + path);
+}
+
 }  // namespace
 
 int main(int argc, char** argv)
 {
-    if (argc != 3)
-        Fail("usage: ludax-logo-pack <image.ppm> <output>");
+    if (argc != 4)
+        Fail("usage: ludax-logo-pack <image.ppm> <logo output> <icon output>");
     std::ifstream in(argv[1], std::ios::binary);
     if (!in)
         Fail(std::string("cannot open ") + argv[1]);
     std::vector<unsigned char> ppm((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
 
-    int width = 0, height = 0;
-    std::vector<unsigned char> rgb;
-    PpmReader(std::move(ppm)).Read(width, height, rgb);
+    RgbImage artwork;
+    PpmReader(std::move(ppm)).Read(artwork.width, artwork.height, artwork.rgb);
 
     std::vector<unsigned char> bgra;
-    bgra.reserve(rgb.size() / 3 * 4);
-    for (std::size_t i = 0; i < rgb.size(); i += 3) {
-        bgra.push_back(rgb[i + 2]);
-        bgra.push_back(rgb[i + 1]);
-        bgra.push_back(rgb[i]);
+    bgra.reserve(artwork.rgb.size() / 3 * 4);
+    for (std::size_t i = 0; i < artwork.rgb.size(); i += 3) {
+        bgra.push_back(artwork.rgb[i + 2]);
+        bgra.push_back(artwork.rgb[i + 1]);
+        bgra.push_back(artwork.rgb[i]);
         bgra.push_back(255);
     }
 
@@ -111,14 +122,11 @@ int main(int argc, char** argv)
         Fail("zlib compression failed");
     packed.resize(packedSize);
 
-    std::vector<unsigned char> out;
-    PutLittleEndian32(out, static_cast<std::uint32_t>(width));
-    PutLittleEndian32(out, static_cast<std::uint32_t>(height));
-    out.insert(out.end(), packed.begin(), packed.end());
-
-    std::ofstream file(argv[2], std::ios::binary | std::ios::trunc);
-    file.write(reinterpret_cast<const char*>(out.data()), static_cast<std::streamsize>(out.size()));
-    if (!file.flush())
-        Fail(std::string("cannot write ") + argv[2]);
+    std::vector<unsigned char> logo;
+    PutLittleEndian32(logo, static_cast<std::uint32_t>(artwork.width));
+    PutLittleEndian32(logo, static_cast<std::uint32_t>(artwork.height));
+    logo.insert(logo.end(), packed.begin(), packed.end());
+    WriteFile(argv[2], logo);
+    WriteFile(argv[3], IcoFile(artwork, {16, 32, 48, 256}));
     return 0;
 }

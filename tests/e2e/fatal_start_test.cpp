@@ -11,8 +11,8 @@
 namespace {
 
 const wchar_t nothingInstalled[] =
-    L"Nincs feltelep\u00edtve (\u00e9s legal\u00e1bb egyszer elind\u00edtva) sem a Counter "
-    L"Strike sem a Counter Strike Source!\nKil\u00e9pek!";
+    L"Nincs feltelepítve (és legalább egyszer elindítva) sem a Counter Strike sem a Counter Strike "
+    L"Source!\nKilépek!";
 
 void ExpectFatalBox(const std::wstring& text, const std::wstring& caption, BoxIcon icon)
 {

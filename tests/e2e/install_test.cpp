@@ -186,7 +186,7 @@ TEST(InstallFatal, FolderThatCannotBeCreatedEndsTheProgramMidInstall)
         MessageBoxContent fatal = ReadMessageBox(box);
         std::string folder = content + "gfx/shell";
         ExpectBox(fatal,
-                  L"Nem sik\u00fcr\u00fclt a k\u00f6nyvt\u00e1r l\u00e9trehoz\u00e1sa!\nKil\u00e9pek!\n" +
+                  L"Nem sikerült a könyvtár létrehozása!\nKilépek!\n" +
                       Widen(folder),
                   L"Hiba:", {IDOK}, BoxIcon::none, nullptr);
         EXPECT_FALSE(IsWindowEnabled(controls.cs16Uninstall)) << "the installed flag was set";

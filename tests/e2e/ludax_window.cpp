@@ -107,3 +107,34 @@ void ClickClient(HWND window, int x, int y)
 }
 
 void PostButtonClick(HWND button) { PostMessageW(button, BM_CLICK, 0, 0); }
+
+HWND FocusOf(HWND window)
+{
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    if (!GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info))
+        return nullptr;
+    return info.hwndFocus;
+}
+
+void TypeKey(HWND window, WORD key, Held held)
+{
+    SetForegroundWindow(window);
+    WORD modifier = held == Held::shift ? VK_SHIFT : held == Held::alt ? VK_MENU : 0;
+    std::vector<INPUT> inputs;
+    auto add = [&](WORD virtualKey, bool up) {
+        INPUT input{};
+        input.type = INPUT_KEYBOARD;
+        input.ki.wVk = virtualKey;
+        input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(virtualKey, MAPVK_VK_TO_VSC));
+        input.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0;
+        inputs.push_back(input);
+    };
+    if (modifier)
+        add(modifier, false);
+    add(key, false);
+    add(key, true);
+    if (modifier)
+        add(modifier, true);
+    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}

@@ -47,3 +47,11 @@ void ClickClient(HWND window, int x, int y);
 
 // Clicks a button without waiting for what it starts (message boxes block the program).
 void PostButtonClick(HWND button);
+
+// The control that has the keyboard focus in the window's thread (nullptr: none).
+HWND FocusOf(HWND window);
+
+// Brings `window` to the front and types one key on the keyboard (SendInput, as a person's key
+// press arrives), with Shift or Alt held down around it when asked.
+enum class Held { nothing, shift, alt };
+void TypeKey(HWND window, WORD key, Held held = Held::nothing);

@@ -187,3 +187,50 @@ TEST_F(MainWindow, ClickInTheCloseCornerEndsTheProgramOtherClicksDoNothing)
         EXPECT_EQ(ludax.process.WaitForExit(defaultTimeoutMs), std::optional<DWORD>(0));
     }
 }
+
+namespace {
+
+// The display set to another scale for the programs started while it lives (Wine reads the
+// setting when a program starts); back to 100 % afterwards.
+class DisplayScale {
+public:
+    explicit DisplayScale(DWORD dotsPerInch)
+    {
+        RegSetKeyValueW(HKEY_CURRENT_USER, L"Control Panel\\Desktop", L"LogPixels", REG_DWORD, &dotsPerInch,
+                        sizeof dotsPerInch);
+    }
+    ~DisplayScale() { RegDeleteKeyValueW(HKEY_CURRENT_USER, L"Control Panel\\Desktop", L"LogPixels"); }
+    DisplayScale(const DisplayScale&) = delete;
+    DisplayScale& operator=(const DisplayScale&) = delete;
+};
+
+}  // namespace
+
+TEST_F(MainWindow, At150PercentEverySizeGrowsByHalfAndTheCornerStillCloses)
+{
+    DisplayScale scale(144);
+    RunningLudax ludax;
+    ASSERT_NE(ludax.window, nullptr) << ludax.failure;
+    RECT rect, client;
+    GetWindowRect(ludax.window, &rect);
+    GetClientRect(ludax.window, &client);
+    // 350 x 280 becomes 525 x 420, centred on the 1024 x 768 screen.
+    EXPECT_EQ(Describe(client), Describe(RECT{0, 0, 525, 420}));
+    EXPECT_EQ(Describe(rect), Describe(RECT{249, 174, 774, 594}));
+    // Below the 225-pixel logo band: 3-pixel gaps and 36-pixel controls.
+    const RECT expected[] = {{0, 228, 525, 264}, {0, 267, 525, 303}, {0, 306, 525, 342},
+                             {0, 345, 525, 381}, {0, 384, 525, 420}};
+    std::vector<HWND> children = ChildrenTopToBottom(ludax.window);
+    ASSERT_EQ(children.size(), std::size(expected));
+    for (std::size_t i = 0; i < children.size(); ++i)
+        EXPECT_EQ(Describe(RectInParent(children[i])), Describe(expected[i])) << "control " << i;
+
+    // The band drags the window down to its last row; the close corner, now 15 wide, does not.
+    for (POINT caption : {POINT{0, 0}, POINT{262, 112}, POINT{509, 0}, POINT{524, 225}})
+        EXPECT_EQ(SendMessageW(ludax.window, WM_NCHITTEST, 0, MAKELPARAM(rect.left + caption.x, rect.top + caption.y)),
+                  HTCAPTION)
+            << "at (" << caption.x << "," << caption.y << ")";
+    EXPECT_EQ(SendMessageW(ludax.window, WM_NCHITTEST, 0, MAKELPARAM(rect.left + 511, rect.top + 14)), HTCLIENT);
+    ClickClient(ludax.window, 511, 14);
+    EXPECT_EQ(ludax.process.WaitForExit(defaultTimeoutMs), std::optional<DWORD>(0));
+}

@@ -13,8 +13,8 @@ namespace {
 const std::string testKey = "Software\\LudaxTest\\Steam";
 
 const std::string noGameText =
-    "Nincs feltelep\xEDtve (\xE9s legal\xE1"
-    "bb egyszer elind\xEDtva) sem a Counter Strike sem a Counter Strike Source!\nKil\xE9pek!";
+    "Nincs feltelepítve (és legalább egyszer elindítva) sem a Counter Strike sem a Counter Strike "
+    "Source!\nKilépek!";
 
 std::vector<std::string> Names(const std::vector<SteamAccount>& accounts)
 {

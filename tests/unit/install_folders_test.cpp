@@ -8,8 +8,7 @@
 
 namespace {
 
-const std::string folderFailedText =
-    "Nem sik\xFC" "r\xFC" "lt a k\xF6" "nyvt\xE1" "r l\xE9" "trehoz\xE1" "sa!\nKil\xE9" "pek!\n";
+const std::string folderFailedText = "Nem sikerült a könyvtár létrehozása!\nKilépek!\n";
 
 TEST(CreateFolders, CreatesAndListsOnlyTheMissingFoldersOutermostFirst)
 {
