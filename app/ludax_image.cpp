@@ -4,6 +4,8 @@
 
 #include <cstddef>
 
+#include "little_endian.h"
+
 // The packed logo, linked in by logo_data.S: two little-endian 32-bit words (width, height)
 // followed by the zlib stream of the pixels.
 extern "C" const unsigned char ludaxLogoPacked[];
@@ -11,18 +13,13 @@ extern "C" const unsigned char ludaxLogoPackedEnd[];
 
 namespace {
 
-std::uint32_t ReadLittleEndian32(const unsigned char* bytes)
-{
-    return bytes[0] | bytes[1] << 8 | bytes[2] << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
-}
-
 BgraImage Unpack(const unsigned char* data, std::size_t length)
 {
     BgraImage image;
-    if (length < 8)
+    std::uint32_t width = 0, height = 0;
+    const char* fields = reinterpret_cast<const char*>(data);
+    if (!ReadLittleEndian32(fields, length, 0, width) || !ReadLittleEndian32(fields, length, 4, height))
         return image;
-    std::uint32_t width = ReadLittleEndian32(data);
-    std::uint32_t height = ReadLittleEndian32(data + 4);
     if (width == 0 || height == 0 || width > 4096 || height > 4096)
         return image;
     image.width = static_cast<int>(width);

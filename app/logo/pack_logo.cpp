@@ -13,6 +13,8 @@
 #include <utility>
 #include <vector>
 
+#include "little_endian.h"
+
 namespace {
 
 [[noreturn]] void Fail(const std::string& message)
@@ -75,12 +77,6 @@ private:
     std::size_t position = 0;
 };
 
-void PutLittleEndian32(std::vector<unsigned char>& out, std::uint32_t value)
-{
-    for (int shift = 0; shift < 32; shift += 8)
-        out.push_back(static_cast<unsigned char>(value >> shift));
-}
-
 }  // namespace
 
 int main(int argc, char** argv)
@@ -112,8 +108,8 @@ int main(int argc, char** argv)
     packed.resize(packedSize);
 
     std::vector<unsigned char> out;
-    PutLittleEndian32(out, static_cast<std::uint32_t>(width));
-    PutLittleEndian32(out, static_cast<std::uint32_t>(height));
+    AppendLittleEndian32(out, static_cast<std::uint32_t>(width));
+    AppendLittleEndian32(out, static_cast<std::uint32_t>(height));
     out.insert(out.end(), packed.begin(), packed.end());
 
     std::ofstream file(argv[2], std::ios::binary | std::ios::trunc);
