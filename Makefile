@@ -23,9 +23,11 @@ deps:
 	  apt-get update -qq && apt-get install -y -qq --no-install-recommends $$missing; \
 	fi
 
+# The native tree checks and packs the sets first; when it fails (a refused set, say) the
+# Windows program of an earlier build goes too, so none is left looking current.
 native: deps
 	cmake -S . -B $(NATIVE) -DCMAKE_BUILD_TYPE=Debug >/dev/null
-	cmake --build $(NATIVE) -j $(JOBS)
+	cmake --build $(NATIVE) -j $(JOBS) || { if [ -e $(WINDOWS)/Ludax.exe ]; then rm -f $(WINDOWS)/Ludax.exe; echo "Removed $(WINDOWS)/Ludax.exe, built from an earlier state"; fi; exit 1; }
 
 windows: native
 	cmake -S . -B $(WINDOWS) -DCMAKE_BUILD_TYPE=Release \
