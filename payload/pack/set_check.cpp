@@ -39,14 +39,6 @@ std::string Quoted(const std::string& name)
     return "\"" + Printable(name) + "\"";
 }
 
-std::string Folded(std::string name)
-{
-    for (char& c : name)
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-    return name;
-}
-
 // Every file below the set folder, relative, sorted so a report is always in the same order.
 std::set<std::string> FilesOf(const fs::path& setFolder, std::string& error)
 {
@@ -90,7 +82,7 @@ public:
         if (!listError.empty())
             Error(folder, listError);
         for (const std::string& file : present)
-            presentFolded.emplace(Folded(file), file);
+            presentFolded.emplace(FoldedCase(file), file);
 
         std::vector<std::string> readable;
         for (const ManifestLine& line : result.records)
@@ -129,7 +121,7 @@ private:
             Error(At(line), Quoted(name) + " repeats line " + std::to_string(same->second) + "; remove one of them");
             return false;
         }
-        const auto alike = namedFolded.find(Folded(name));
+        const auto alike = namedFolded.find(FoldedCase(name));
         if (alike != namedFolded.end()) {
             Error(At(line), Quoted(name) + " differs only in letter case from " + Quoted(alike->second.name) +
                                 " on line " + std::to_string(alike->second.number) +
@@ -137,13 +129,13 @@ private:
             return false;
         }
         named.emplace(name, line.number);
-        namedFolded.emplace(Folded(name), line);
+        namedFolded.emplace(FoldedCase(name), line);
 
         const fs::path file = fs::path(folder) / name;
         std::error_code failure;
         const fs::file_status status = fs::status(file, failure);
         if (!fs::exists(status)) {
-            const auto other = presentFolded.find(Folded(name));
+            const auto other = presentFolded.find(FoldedCase(name));
             if (other != presentFolded.end()) {
                 Error(At(line), Quoted(name) + " differs only in letter case from " + Quoted(other->second) +
                                     " in the set folder; write the line as the file is named, or rename the file");
@@ -208,6 +200,14 @@ SetCheck CheckSet(const std::string& setFolder, const std::string& manifestPath)
 std::string Describe(const Finding& finding)
 {
     return std::string(finding.error ? "error: " : "warning: ") + finding.where + ": " + finding.message;
+}
+
+std::string FoldedCase(std::string name)
+{
+    for (char& c : name)
+        if (c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c - 'A' + 'a');
+    return name;
 }
 
 bool ReadWhole(const std::string& path, std::string& bytes)
