@@ -11,7 +11,7 @@ PACKAGES := cmake make g++ googletest zlib1g-dev \
             wine wine64 xvfb x11-apps x11-utils imagemagick \
             clang libclang-rt-14-dev
 
-.PHONY: all deps native windows test test-native test-windows test-fuzz run fuzz bench clean
+.PHONY: all deps native windows test test-native test-windows test-fuzz run fuzz bench payload-art clean
 
 all: windows
 
@@ -23,9 +23,11 @@ deps:
 	  apt-get update -qq && apt-get install -y -qq --no-install-recommends $$missing; \
 	fi
 
+# The native tree checks and packs the sets first; when it fails (a refused set, say) the
+# Windows program of an earlier build goes too, so none is left looking current.
 native: deps
 	cmake -S . -B $(NATIVE) -DCMAKE_BUILD_TYPE=Debug >/dev/null
-	cmake --build $(NATIVE) -j $(JOBS)
+	cmake --build $(NATIVE) -j $(JOBS) || { if [ -e $(WINDOWS)/Ludax.exe ]; then rm -f $(WINDOWS)/Ludax.exe; echo "Removed $(WINDOWS)/Ludax.exe, built from an earlier state"; fi; exit 1; }
 
 windows: native
 	cmake -S . -B $(WINDOWS) -DCMAKE_BUILD_TYPE=Release \
@@ -52,6 +54,22 @@ fuzz: deps
 # Install and uninstall timed against a plain copy, natively and under Wine (bench/RESULTS.md).
 bench: windows
 	bench/run
+
+# The stand-ins' generator, only on request: builds payload/generator on its own, reruns it into
+# build/payload-art and fails unless every file it writes equals the committed one.
+ART := build/payload-art
+payload-art: deps
+	cmake -S payload/generator -B build/generator -DCMAKE_BUILD_TYPE=Release >/dev/null
+	cmake --build build/generator -j $(JOBS)
+	rm -rf $(ART) && mkdir -p $(ART)
+	build/generator/ludax-payload-gen $(ART)
+	@cd $(ART) && files=0 differ=0; \
+	for f in $$(find . -type f | sort); do \
+	  files=$$((files + 1)); \
+	  cmp -s "$$f" "$(CURDIR)/$$f" || { echo "differs from the committed file: $${f#./}"; differ=$$((differ + 1)); }; \
+	done; \
+	echo "payload-art: $$files files generated, $$differ differ from the repository"; \
+	[ $$files -gt 0 ] && [ $$differ -eq 0 ]
 
 run: windows
 	app/demo/run-demo

@@ -4,26 +4,23 @@
 
 #include <cstddef>
 
+#include "little_endian.h"
 #include "resources.h"
 
 namespace {
 
 const char versionLabel[] = LUDAX_VERSION_LABEL;
 
-std::uint32_t ReadLittleEndian32(const unsigned char* bytes)
-{
-    return bytes[0] | bytes[1] << 8 | bytes[2] << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
-}
-
 // The packed logo (ludax-logo-pack): two little-endian 32-bit words, width and height,
 // followed by the zlib stream of the pixels.
 BgraImage Unpack(const unsigned char* data, std::size_t length)
 {
     BgraImage image;
-    if (data == nullptr || length < 8)
+    std::uint32_t width = 0, height = 0;
+    const char* fields = reinterpret_cast<const char*>(data);
+    if (data == nullptr || !ReadLittleEndian32(fields, length, 0, width) ||
+        !ReadLittleEndian32(fields, length, 4, height))
         return image;
-    std::uint32_t width = ReadLittleEndian32(data);
-    std::uint32_t height = ReadLittleEndian32(data + 4);
     if (width == 0 || height == 0 || width > 4096 || height > 4096)
         return image;
     image.width = static_cast<int>(width);

@@ -1,5 +1,7 @@
 #include "file_io.h"
 
+#include "little_endian.h"
+
 #ifndef _WIN32
 #include <sys/stat.h>
 #endif
@@ -63,9 +65,9 @@ void OutputFile::Append(const char* data, std::size_t size)
 
 void OutputFile::AppendInt32(std::uint32_t value)
 {
-    const char bytes[4] = {static_cast<char>(value), static_cast<char>(value >> 8),
-                           static_cast<char>(value >> 16), static_cast<char>(value >> 24)};
-    Append(bytes, sizeof bytes);
+    std::string bytes;
+    AppendLittleEndian32(bytes, value);
+    Append(bytes.data(), bytes.size());
 }
 
 void OutputFile::Flush()

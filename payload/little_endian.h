@@ -25,6 +25,14 @@ inline bool ReadLittleEndian32(const char* bytes, std::size_t size, std::size_t 
     return true;
 }
 
+// Appends the value's two bytes, lowest first (the 16-bit fields of the icon format).
+template <class Bytes>
+void AppendLittleEndian16(Bytes& out, std::uint16_t value)
+{
+    out.push_back(static_cast<char>(value & 0xFF));
+    out.push_back(static_cast<char>(value >> 8));
+}
+
 // Appends the value's four bytes, lowest first, to any container of char (std::string,
 // std::vector<char>).
 template <class Bytes>

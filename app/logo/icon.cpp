@@ -6,6 +6,8 @@
 #include <cmath>
 #include <cstdint>
 
+#include "little_endian.h"
+
 namespace {
 
 // The close box drawn into the artwork's top-right corner belongs to the window, not the icon.
@@ -49,12 +51,6 @@ Box LitBox(const RgbImage& artwork)
 double Overlap(int pixel, double from, double to)
 {
     return std::max(0.0, std::min<double>(pixel + 1, to) - std::max<double>(pixel, from));
-}
-
-void PutLittleEndian(std::vector<unsigned char>& out, std::uint32_t value, int bytes)
-{
-    for (int i = 0; i < bytes; ++i)
-        out.push_back(static_cast<unsigned char>(value >> (8 * i)));
 }
 
 void PutBigEndian32(std::vector<unsigned char>& out, std::uint32_t value)
@@ -103,13 +99,13 @@ std::vector<unsigned char> Png(const std::vector<unsigned char>& bgra, int size)
 std::vector<unsigned char> IconBitmap(const std::vector<unsigned char>& bgra, int size)
 {
     std::vector<unsigned char> out;
-    PutLittleEndian(out, 40, 4);
-    PutLittleEndian(out, static_cast<std::uint32_t>(size), 4);
-    PutLittleEndian(out, static_cast<std::uint32_t>(size * 2), 4);
-    PutLittleEndian(out, 1, 2);   // planes
-    PutLittleEndian(out, 32, 2);  // bits per pixel
+    AppendLittleEndian32(out, 40);
+    AppendLittleEndian32(out, static_cast<std::uint32_t>(size));
+    AppendLittleEndian32(out, static_cast<std::uint32_t>(size * 2));
+    AppendLittleEndian16(out, 1);   // planes
+    AppendLittleEndian16(out, 32);  // bits per pixel
     for (int i = 0; i < 6; ++i)
-        PutLittleEndian(out, 0, 4);  // no compression; sizes and palette left to the reader
+        AppendLittleEndian32(out, 0);  // no compression; sizes and palette left to the reader
     for (int y = size - 1; y >= 0; --y)
         out.insert(out.end(), bgra.begin() + static_cast<std::ptrdiff_t>(y) * size * 4,
                    bgra.begin() + static_cast<std::ptrdiff_t>(y + 1) * size * 4);
@@ -158,19 +154,19 @@ std::vector<unsigned char> IcoFile(const RgbImage& artwork, const std::vector<in
         images.push_back(size >= 256 ? Png(picture, size) : IconBitmap(picture, size));
     }
     std::vector<unsigned char> out;
-    PutLittleEndian(out, 0, 2);
-    PutLittleEndian(out, 1, 2);  // an icon, not a cursor
-    PutLittleEndian(out, static_cast<std::uint32_t>(sizes.size()), 2);
+    AppendLittleEndian16(out, 0);
+    AppendLittleEndian16(out, 1);  // an icon, not a cursor
+    AppendLittleEndian16(out, static_cast<std::uint16_t>(sizes.size()));
     std::size_t offset = 6 + 16 * sizes.size();
     for (std::size_t i = 0; i < sizes.size(); ++i) {
         out.push_back(static_cast<unsigned char>(sizes[i] >= 256 ? 0 : sizes[i]));  // 0 stands for 256
         out.push_back(static_cast<unsigned char>(sizes[i] >= 256 ? 0 : sizes[i]));
         out.push_back(0);  // no palette
         out.push_back(0);
-        PutLittleEndian(out, 1, 2);   // planes
-        PutLittleEndian(out, 32, 2);  // bits per pixel
-        PutLittleEndian(out, static_cast<std::uint32_t>(images[i].size()), 4);
-        PutLittleEndian(out, static_cast<std::uint32_t>(offset), 4);
+        AppendLittleEndian16(out, 1);   // planes
+        AppendLittleEndian16(out, 32);  // bits per pixel
+        AppendLittleEndian32(out, static_cast<std::uint32_t>(images[i].size()));
+        AppendLittleEndian32(out, static_cast<std::uint32_t>(offset));
         offset += images[i].size();
     }
     for (const std::vector<unsigned char>& image : images)

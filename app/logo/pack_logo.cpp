@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "icon.h"
+#include "little_endian.h"
 
 namespace {
 
@@ -79,12 +80,6 @@ private:
     std::size_t position = 0;
 };
 
-void PutLittleEndian32(std::vector<unsigned char>& out, std::uint32_t value)
-{
-    for (int shift = 0; shift < 32; shift += 8)
-        out.push_back(static_cast<unsigned char>(value >> shift));
-}
-
 void WriteFile(const char* path, const std::vector<unsigned char>& bytes)
 {
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
@@ -123,8 +118,8 @@ int main(int argc, char** argv)
     packed.resize(packedSize);
 
     std::vector<unsigned char> logo;
-    PutLittleEndian32(logo, static_cast<std::uint32_t>(artwork.width));
-    PutLittleEndian32(logo, static_cast<std::uint32_t>(artwork.height));
+    AppendLittleEndian32(logo, static_cast<std::uint32_t>(artwork.width));
+    AppendLittleEndian32(logo, static_cast<std::uint32_t>(artwork.height));
     logo.insert(logo.end(), packed.begin(), packed.end());
     WriteFile(argv[2], logo);
     WriteFile(argv[3], IcoFile(artwork, {16, 32, 48, 256}));

@@ -1,15 +1,17 @@
-// ludax-pack: packs a payload file set into a container, or lists a container's records.
+// ludax-pack: checks a payload file set, packs it into a container, lists what a container
+// carries.
+//   ludax-pack check <set-folder> <manifest>
 //   ludax-pack pack <set-folder> <manifest> <output>
-//   ludax-pack list <container>
+//   ludax-pack list <container> [<set-folder> <manifest>]
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
-#include "container.h"
+#include "listing.h"
 #include "packer.h"
 
 namespace {
@@ -17,18 +19,47 @@ namespace {
 int Usage()
 {
     std::fprintf(stderr,
-                 "usage: ludax-pack pack <set-folder> <manifest> <output>\n"
-                 "       ludax-pack list <container>\n");
+                 "usage: ludax-pack check <set-folder> <manifest>\n"
+                 "       ludax-pack pack <set-folder> <manifest> <output>\n"
+                 "       ludax-pack list <container> [<set-folder> <manifest>]\n");
     return 2;
+}
+
+void Print(const std::vector<Finding>& findings)
+{
+    for (const Finding& finding : findings)
+        std::fprintf(stderr, "%s\n", Describe(finding).c_str());
+}
+
+int Check(const std::string& setFolder, const std::string& manifest)
+{
+    const SetCheck check = CheckSet(setFolder, manifest);
+    Print(check.findings);
+    if (!check.Passed()) {
+        std::fprintf(stderr, "ludax-pack: %s: refused; correct the errors above\n", setFolder.c_str());
+        return 1;
+    }
+    std::printf("%s: %zu files, %zu warnings, fit to pack\n", setFolder.c_str(), check.records.size(),
+                check.findings.size());
+    return 0;
 }
 
 int Pack(const std::string& setFolder, const std::string& manifest, const std::string& output)
 {
     const PackResult result = PackSet(setFolder, manifest);
+    Print(result.findings);
+    std::error_code failure;
     if (!result.error.empty()) {
-        std::fprintf(stderr, "ludax-pack: %s\n", result.error.c_str());
+        // A refused set leaves no container behind that could pass for its packing.
+        std::filesystem::remove(output, failure);
+        std::fprintf(stderr, "ludax-pack: %s: refused; correct the errors above\n", setFolder.c_str());
         return 1;
     }
+    // An unchanged container keeps its date, so nothing that embeds it is rebuilt for nothing.
+    std::string current;
+    if (ReadWhole(output, current) && current.size() == result.container.size() &&
+        std::equal(current.begin(), current.end(), result.container.begin()))
+        return 0;
     // Written aside and renamed, so a failed run never leaves a half container for the build.
     const std::string partial = output + ".partial";
     {
@@ -39,35 +70,46 @@ int Pack(const std::string& setFolder, const std::string& manifest, const std::s
             return 1;
         }
     }
-    std::error_code failure;
     std::filesystem::rename(partial, output, failure);
     if (failure) {
         std::fprintf(stderr, "ludax-pack: %s: %s\n", output.c_str(), failure.message().c_str());
         return 1;
     }
+    std::printf("ludax-pack: %s: packed %s\n", output.c_str(), setFolder.c_str());
     return 0;
 }
 
-int List(const std::string& path)
+int List(const std::string& path, const std::string& setFolder, const std::string& manifest)
 {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) {
+    std::string bytes;
+    if (!ReadWhole(path, bytes)) {
         std::fprintf(stderr, "ludax-pack: %s: cannot read\n", path.c_str());
         return 1;
     }
-    const std::vector<char> buffer((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    std::size_t records = 0, end = 0;
-    WalkRecords(buffer, 0, [&](const ContainerRecord& record) {
-        std::printf("%10zu  %s\n", record.size, record.name.c_str());
-        ++records;
-        end = record.next;
-    });
-    std::printf("%zu records, %zu bytes\n", records, buffer.size());
-    if (records == 0 || end != buffer.size()) {
-        std::fprintf(stderr, "ludax-pack: %s: malformed: the records end at byte %zu of %zu\n", path.c_str(), end,
-                     buffer.size());
+    const std::vector<char> container(bytes.begin(), bytes.end());
+    std::vector<ListedRecord> records;
+    std::string error;
+    const bool whole = ListRecords(container, records, error);
+    std::printf("%-8s  %10s  %s\n", "CRC-32", "bytes", "path");
+    for (const ListedRecord& record : records)
+        std::printf("%08x  %10llu  %s\n", static_cast<unsigned>(record.crc),
+                    static_cast<unsigned long long>(record.size), record.name.c_str());
+    std::printf("%zu records, %zu bytes\n", records.size(), container.size());
+    if (!whole) {
+        std::fprintf(stderr, "ludax-pack: %s: %s\n", path.c_str(), error.c_str());
         return 1;
     }
+    if (setFolder.empty())
+        return 0;
+    const std::vector<std::string> differences = CompareWithSet(records, setFolder, manifest);
+    for (const std::string& difference : differences)
+        std::printf("differs: %s\n", difference.c_str());
+    if (!differences.empty()) {
+        std::fprintf(stderr, "ludax-pack: %s does not carry %s as it is now; run make to rebuild\n", path.c_str(),
+                     setFolder.c_str());
+        return 1;
+    }
+    std::printf("%s carries exactly %s\n", path.c_str(), setFolder.c_str());
     return 0;
 }
 
@@ -76,9 +118,13 @@ int List(const std::string& path)
 int main(int argc, char** argv)
 {
     const std::vector<std::string> args(argv + 1, argv + argc);
+    if (args.size() == 3 && args[0] == "check")
+        return Check(args[1], args[2]);
     if (args.size() == 4 && args[0] == "pack")
         return Pack(args[1], args[2], args[3]);
     if (args.size() == 2 && args[0] == "list")
-        return List(args[1]);
+        return List(args[1], "", "");
+    if (args.size() == 4 && args[0] == "list")
+        return List(args[1], args[2], args[3]);
     return Usage();
 }

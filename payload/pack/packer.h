@@ -1,13 +1,17 @@
 #pragma once
 // Builds a payload container from a file set and its manifest (one record name a line, in
-// packing order). A malformed container is never produced: any flaw in the set is an error.
+// packing order). The set is checked first (set_check.h); a malformed container is never
+// produced: any error in the set refuses it.
 
 #include <string>
 #include <vector>
 
+#include "set_check.h"
+
 struct PackResult {
-    std::vector<char> container;  // the records, end to end; empty when `error` is set
-    std::string error;            // names the offending manifest line or file
+    std::vector<char> container;     // the records, end to end; empty when `error` is set
+    std::string error;               // every error of the set, one a line
+    std::vector<Finding> findings;   // errors and warnings, as the check found them
 };
 
 PackResult PackSet(const std::string& setFolder, const std::string& manifestPath);

@@ -1,8 +1,9 @@
 #include "payload_files.h"
 
 #include <fstream>
-#include <sstream>
+#include <iterator>
 
+#include "manifest.h"
 #include "test_files.h"
 
 namespace {
@@ -18,15 +19,11 @@ std::string SourceFolder()
 
 std::vector<std::string> ManifestNames(const std::string& game)
 {
-    std::vector<std::string> names;
     std::ifstream manifest(SourceFolder() + "/payload/" + game + ".manifest", std::ios::binary);
-    std::string line;
-    while (std::getline(manifest, line)) {
-        if (!line.empty() && line.back() == '\r')
-            line.pop_back();
-        if (!line.empty())
-            names.push_back(line);
-    }
+    const std::string text((std::istreambuf_iterator<char>(manifest)), std::istreambuf_iterator<char>());
+    std::vector<std::string> names;
+    for (const ManifestLine& line : ParseManifest(text))
+        names.push_back(line.name);
     return names;
 }
 

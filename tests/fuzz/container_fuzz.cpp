@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "container.h"
+#include "little_endian.h"
 
 namespace {
 
@@ -19,10 +20,7 @@ void Require(bool condition)
 
 std::int64_t Le32At(const std::vector<char>& buffer, std::size_t position)
 {
-    std::uint32_t value = 0;
-    for (int i = 3; i >= 0; --i)
-        value = value << 8 | static_cast<unsigned char>(buffer[position + i]);
-    return static_cast<std::int32_t>(value);
+    return static_cast<std::int32_t>(DecodeLittleEndian32(buffer.data() + position));
 }
 
 // How many records the layout holds before the first one that does not fit.

@@ -9,6 +9,8 @@
 
 #include "container.h"
 #include "embedded.h"
+#include "little_endian.h"
+#include "manifest.h"
 #include "packer.h"
 #include "test_files.h"
 
@@ -36,24 +38,15 @@ std::vector<Seen> Walk(const std::vector<char>& buffer)
 std::vector<std::string> ManifestNames(const std::string& manifest)
 {
     std::vector<std::string> names;
-    const std::string text = ReadFile(manifest);
-    std::size_t begin = 0;
-    while (begin < text.size()) {
-        std::size_t end = text.find('\n', begin);
-        if (end == std::string::npos)
-            end = text.size();
-        names.push_back(text.substr(begin, end - begin));
-        begin = end + 1;
-    }
+    for (const ManifestLine& line : ParseManifest(ReadFile(manifest)))
+        names.push_back(line.name);
     return names;
 }
 
-// Written here byte by byte rather than with the packer, so a fault in one does not hide in the other.
 std::string Le32(std::uint32_t value)
 {
     std::string bytes;
-    for (int shift = 0; shift < 32; shift += 8)
-        bytes += static_cast<char>(value >> shift & 0xFF);
+    AppendLittleEndian32(bytes, value);
     return bytes;
 }
 
@@ -70,10 +63,9 @@ std::vector<char> Buffer(const std::string& bytes)
 struct Game {
     const char* folder;
     const EmbeddedContainer* payload;
-    std::size_t records;
 };
 
-const Game games[] = {{"cs16", &cs16Payload, 36}, {"css", &cssPayload, 18}};
+const Game games[] = {{"cs16", &cs16Payload}, {"css", &cssPayload}};
 
 }  // namespace
 
@@ -83,12 +75,12 @@ TEST(EmbeddedContainer, HoldsExactlyTheManifestsFilesInOrder)
         SCOPED_TRACE(game.folder);
         const std::string set = std::string(LUDAX_SOURCE_DIR) + "/payload/" + game.folder;
         const std::vector<std::string> names = ManifestNames(set + ".manifest");
-        ASSERT_EQ(names.size(), game.records);
+        ASSERT_FALSE(names.empty());
 
         const std::vector<char> buffer = LoadContainer(*game.payload);
         ASSERT_EQ(buffer.size(), game.payload->length);
         const std::vector<Seen> seen = Walk(buffer);
-        ASSERT_EQ(seen.size(), game.records);
+        ASSERT_EQ(seen.size(), names.size());
         for (std::size_t i = 0; i < seen.size(); ++i) {
             EXPECT_EQ(seen[i].name, names[i]);
             EXPECT_TRUE(seen[i].data == ReadFile(set + "/" + names[i])) << names[i] << " differs from its file";
@@ -185,4 +177,43 @@ TEST(ContainerReader, RefusedRecordLeavesTheCallersRecordUntouched)
         EXPECT_EQ(record.size, first.size);
         EXPECT_EQ(record.next, first.next);
     }
+}
+
+TEST(LittleEndian, FieldsAreLowestByteFirstAndReadsStayInsideTheBuffer)
+{
+    std::string bytes;
+    AppendLittleEndian32(bytes, 0x12345678);
+    AppendLittleEndian32(bytes, 0xFFFFFFFE);
+    EXPECT_EQ(bytes, std::string("\x78\x56\x34\x12\xFE\xFF\xFF\xFF", 8));
+    EXPECT_EQ(DecodeLittleEndian32(bytes.data() + 4), 0xFFFFFFFEu);
+
+    std::uint32_t value = 7;
+    EXPECT_TRUE(ReadLittleEndian32(bytes.data(), bytes.size(), 0, value));
+    EXPECT_EQ(value, 0x12345678u);
+    EXPECT_TRUE(ReadLittleEndian32(bytes.data(), bytes.size(), 2, value));
+    EXPECT_EQ(value, 0xFFFE1234u);
+    for (std::size_t position : {std::size_t{5}, std::size_t{8}, std::size_t{9}, std::size_t(-1), std::size_t(-3)}) {
+        value = 7;
+        EXPECT_FALSE(ReadLittleEndian32(bytes.data(), bytes.size(), position, value)) << position;
+        EXPECT_EQ(value, 7u);
+    }
+}
+
+TEST(Manifest, LinesEndInLfOrCrLfAndEmptyLinesArePassedOver)
+{
+    const std::vector<ManifestLine> lines = ParseManifest("a.cfg\r\n\r\ncfg/b.cfg\n\nlast.txt");
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_EQ(lines[0].name, "a.cfg");
+    EXPECT_EQ(lines[0].number, 1);
+    EXPECT_EQ(lines[1].name, "cfg/b.cfg");
+    EXPECT_EQ(lines[1].number, 3);
+    EXPECT_EQ(lines[2].name, "last.txt");
+    EXPECT_EQ(lines[2].number, 5);
+    // A CR that ends no line stays in the name, where the name check refuses it.
+    const std::vector<ManifestLine> odd = ParseManifest("a.cfg\rb.cfg\nc.cfg\r");
+    ASSERT_EQ(odd.size(), 2u);
+    EXPECT_EQ(odd[0].name, "a.cfg\rb.cfg");
+    EXPECT_EQ(odd[1].name, "c.cfg\r");
+    EXPECT_TRUE(ParseManifest("").empty());
+    EXPECT_TRUE(ParseManifest("\n\r\n").empty());
 }

@@ -8,7 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "checksum.h"
 #include "container.h"
+#include "listing.h"
 #include "packer.h"
 #include "portable_name.h"
 #include "test_files.h"
@@ -95,11 +97,10 @@ TEST(Packer, RefusesManifestLinesThatAreNotPortableNames)
     const std::string dropped = "which Windows drops";
     const std::string device = "device name";
     const Case cases[] = {
-        {"", "\"\"", "empty"},
         {"a<b.txt", "a<b.txt", forbidden}, {"a>b.txt", "a>b.txt", forbidden}, {"c:/x.cfg", "c:/x.cfg", forbidden},
         {"say\"hi\".cfg", "say\"hi\".cfg", forbidden}, {"a|b", "a|b", forbidden}, {"what?.txt", "what?.txt", forbidden},
         {"*.cfg", "*.cfg", forbidden},
-        {"tab\there.cfg", "tab\\x09here.cfg", "control character"}, {"crlf.cfg\r", "crlf.cfg\\x0D", "control character"},
+        {"tab\there.cfg", "tab\\x09here.cfg", "control character"}, {"cr\rlf.cfg", "cr\\x0Dlf.cfg", "control character"},
         {std::string("nul\0.cfg", 8), "nul\\x00.cfg", "zero byte"}, {"caf\xE9.cfg", "caf\\xE9.cfg", "non-ASCII"},
         {"cfg\\ludax.cfg", "cfg\\ludax.cfg", "'\\'"}, {"/abs.cfg", "/abs.cfg", "begins with '/'"},
         {"cfg//ludax.cfg", "cfg//ludax.cfg", segment}, {"cfg/", "cfg/", segment},
@@ -172,4 +173,47 @@ TEST(Packer, RefusesAFileOf2To31Bytes)
     // Sparse: the packer must refuse it by its size, before reading a byte.
     std::filesystem::resize_file(huge, std::uintmax_t{1} << 31);
     ExpectRefused(PackSet(set.folder, set.manifest), {huge, "2147483648"});
+}
+
+TEST(Packer, ChecksumIsTheCrc32OfZipAndGzip)
+{
+    EXPECT_EQ(Crc32("", 0), 0u);
+    EXPECT_EQ(Crc32("123456789", 9), 0xCBF43926u);
+    EXPECT_EQ(Crc32("a", 1), 0xE8B7BE43u);
+}
+
+TEST(Listing, ShowsEachRecordAndEveryWayTheSetHasMovedOn)
+{
+    Set set("b.cfg\na.cfg\nc.bsp\n", {"a.cfg", "b.cfg", "c.bsp"});
+    WriteFile(set.folder + "/c.bsp", "123456789");
+    const PackResult packed = PackSet(set.folder, set.manifest);
+    ASSERT_EQ(packed.error, "");
+    std::vector<ListedRecord> records;
+    std::string error;
+    ASSERT_TRUE(ListRecords(packed.container, records, error)) << error;
+    ASSERT_EQ(records.size(), 3u);
+    EXPECT_EQ(records[0].name, "b.cfg");
+    EXPECT_EQ(records[0].size, std::string("bytes of b.cfg").size());
+    EXPECT_EQ(records[2].name, "c.bsp");
+    EXPECT_EQ(records[2].size, 9u);
+    EXPECT_EQ(records[2].crc, 0xCBF43926u);
+    EXPECT_TRUE(CompareWithSet(records, set.folder, set.manifest).empty());
+
+    // Same size, other bytes; one file gone from set and manifest; one new; the rest reordered.
+    WriteFile(set.folder + "/c.bsp", "123456780");
+    std::filesystem::remove(set.folder + "/b.cfg");
+    WriteFile(set.folder + "/d.cfg", "new");
+    WriteFile(set.manifest, "c.bsp\r\na.cfg\r\nd.cfg\r\n");
+    const std::vector<std::string> differences = CompareWithSet(records, set.folder, set.manifest);
+    const std::vector<std::string> expected = {
+        "c.bsp: the container holds 9 bytes, CRC-32 cbf43926, the set's file 9 bytes, CRC-32 b2288182",
+        "d.cfg: in the set, not in the container",
+        "b.cfg: in the container, not in the set",
+        "the records are not in the manifest's order",
+    };
+    EXPECT_EQ(differences, expected);
+
+    const std::vector<char> cut(packed.container.begin(), packed.container.end() - 1);
+    EXPECT_FALSE(ListRecords(cut, records, error));
+    EXPECT_NE(error.find("malformed"), std::string::npos) << error;
 }

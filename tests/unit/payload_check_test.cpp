@@ -1,0 +1,196 @@
+// The check every build runs before packing, rule by rule, on small sets written here: each
+// fault is reported at its file and line with what to do, and a sound set passes untouched.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "set_check.h"
+#include "test_files.h"
+
+namespace {
+
+using Files = std::vector<std::pair<std::string, std::string>>;
+
+// A set folder and its manifest in a fresh temporary folder; files are given with their bytes.
+struct Set {
+    TempFolder temp;
+    std::string folder = temp.Path() + "/css";
+    std::string manifest = temp.Path() + "/css.manifest";
+
+    explicit Set(const Files& files)
+    {
+        MakeFolders(folder);
+        std::string lines;
+        for (const auto& file : files) {
+            WriteFile(folder + "/" + file.first, file.second);
+            lines += file.first + "\r\n";
+        }
+        WriteFile(manifest, lines);
+    }
+    std::string At(const std::string& name, int line) const { return folder + "/" + name + ":" + std::to_string(line); }
+};
+
+// A set that uses every rule and breaks none; the tests below each break one thing.
+Files SoundFiles()
+{
+    return {
+        {"cfg/valve.rc", "//exec default.cfg\r\nexec joystick.cfg\r\nexec Autoexec.cfg\r\n"
+                         "exec ludax\\combo.cfg\r\nexec ludax/binds\r\nstuffcmds\r\n"},
+        {"cfg/ludax/binds.cfg", "alias lo3 \"rcon exec ludax/live\"\r\nalias mill \"rcon changelevel de_x\r\n"},
+        {"cfg/ludax/combo.cfg", "alias buyall \"buy m4a1; buy vest\"\r\n"},
+        {"cfg/ludax/live.cfg", "mp_freezetime 10\r\n"},
+        {"cfg/ludax/rconpassword.cfg", "// CHANGE_ME is the placeholder\r\nrcon_password \"s3cret\"\r\n"},
+        {"mapcycle.txt", "de_dust2\r\nde_x\r\n"},
+        {"maps/de_x.bsp", std::string("\x1E\0\0\0\n\n\r", 7)},
+        {"resource/BackgroundLayout.txt", "resolution\t1280\t1024\r\nresource/background/t1.tga\tscaled\t0\t0\r\n"},
+        {"resource/background/t1.tga", std::string("\0\0\x02\n", 4)},
+    };
+}
+
+Files SoundFilesWith(const std::string& name, const std::string& bytes)
+{
+    auto files = SoundFiles();
+    for (auto& file : files)
+        if (file.first == name) {
+            file.second = bytes;
+            return files;
+        }
+    files.emplace_back(name, bytes);
+    return files;
+}
+
+std::string All(const SetCheck& check)
+{
+    std::string text;
+    for (const Finding& finding : check.findings)
+        text += Describe(finding) + "\n";
+    return text;
+}
+
+// Exactly one finding, of the given severity, at `where`, whose message holds each of `mentions`.
+void ExpectOnly(const SetCheck& check, bool error, const std::string& where, const std::vector<std::string>& mentions)
+{
+    ASSERT_EQ(check.findings.size(), 1u) << All(check);
+    const Finding& finding = check.findings[0];
+    EXPECT_EQ(finding.error, error) << All(check);
+    EXPECT_EQ(finding.where, where);
+    for (const std::string& mention : mentions)
+        EXPECT_NE(finding.message.find(mention), std::string::npos) << "\"" << finding.message << "\" lacks \"" << mention << "\"";
+    EXPECT_EQ(check.Passed(), !error);
+}
+
+}  // namespace
+
+TEST(SetCheck, SoundSetWithCrLfManifestPassesWithoutAWord)
+{
+    Set set(SoundFiles());
+    const SetCheck check = CheckSet(set.folder, set.manifest);
+    EXPECT_TRUE(check.Passed());
+    EXPECT_EQ(All(check), "");
+    ASSERT_EQ(check.records.size(), 9u);
+    EXPECT_EQ(check.records[0].name, "cfg/valve.rc");
+    EXPECT_EQ(check.records[8].name, "resource/background/t1.tga");
+}
+
+TEST(SetCheck, NamesDifferingOnlyInLetterCase)
+{
+    {
+        SCOPED_TRACE("two lines");
+        Set set(Files{{"cfg/binds.cfg", "a\r\n"}, {"cfg/other.cfg", "b\r\n"}});
+        WriteFile(set.manifest, "cfg/binds.cfg\ncfg/other.cfg\ncfg/Binds.cfg\n");
+        ExpectOnly(CheckSet(set.folder, set.manifest), true, set.manifest + ":3",
+                   {"\"cfg/Binds.cfg\" differs only in letter case from \"cfg/binds.cfg\" on line 1",
+                    "rename or remove one"});
+    }
+#ifndef _WIN32
+    {
+        // Windows would find the file either way; a case-sensitive build machine must not refuse
+        // it as missing and unnamed, but say what the typo is.
+        SCOPED_TRACE("typo against the folder");
+        Set set(Files{{"cfg/ludax/binds.cfg", "a\r\n"}});
+        WriteFile(set.manifest, "cfg/Ludax/binds.cfg\r\n");
+        ExpectOnly(CheckSet(set.folder, set.manifest), true, set.manifest + ":1",
+                   {"\"cfg/Ludax/binds.cfg\" differs only in letter case from \"cfg/ludax/binds.cfg\"",
+                    "write the line as the file is named"});
+    }
+#endif
+}
+
+TEST(SetCheck, TextRecordsNeedCrLfAndNoZeroBytes)
+{
+    {
+        SCOPED_TRACE("LF");
+        Set set(Files{{"autobuy.txt", "m4a1\r\nak47\nvest\n"}});
+        ExpectOnly(CheckSet(set.folder, set.manifest), true, set.At("autobuy.txt", 2),
+                   {"lone LF (and 1 more)", "save the file with CR LF line ends"});
+    }
+    {
+        SCOPED_TRACE("CR");
+        Set set(Files{{"cfg/user.scr", "a\rb\r\n"}});
+        ExpectOnly(CheckSet(set.folder, set.manifest), true, set.At("cfg/user.scr", 1), {"lone CR", "CR LF"});
+    }
+    {
+        SCOPED_TRACE("zero byte");
+        Set set(Files{{"resource/UI/Buy.RES", std::string("a\r\nb\0\r\n", 7)}});
+        ExpectOnly(CheckSet(set.folder, set.manifest), true, set.At("resource/UI/Buy.RES", 2),
+                   {"zero byte", "not UTF-16"});
+    }
+    for (const char* kind : {".cfg", ".rc", ".txt", ".res", ".lst", ".scr", ".gam", ".htm"}) {
+        SCOPED_TRACE(kind);
+        Set set(Files{{std::string("f") + kind, "line\n"}});
+        EXPECT_FALSE(CheckSet(set.folder, set.manifest).Passed());
+    }
+    // Other kinds are opaque bytes.
+    Set binaries(Files{{"custom.hpk", std::string("\n\r\0", 3)}, {"game.ico", "\n"}, {"maps/a.bsp", "\r"}});
+    EXPECT_EQ(All(CheckSet(binaries.folder, binaries.manifest)), "");
+}
+
+TEST(SetCheck, StartUpAndAliasScriptsMustNameFilesOfTheSet)
+{
+    {
+        Set set(SoundFilesWith("cfg/valve.rc", "exec joystick.cfg\r\n\r\nexec ludax\\combo.cfg\r\nexec ludax\\gone.cfg\r\n"));
+        ExpectOnly(CheckSet(set.folder, set.manifest), true, set.At("cfg/valve.rc", 4),
+                   {"exec ludax\\gone.cfg names no file of the set", "cfg/ludax/gone.cfg",
+                    "add that file to the set and its manifest, or correct the path"});
+    }
+    {
+        // The game adds ".cfg" to a bare name.
+        Set set(SoundFilesWith("cfg/ludax/binds.cfg", "alias lo3 \"rcon exec ludax/live\"\r\nalias go \"rcon exec ludax/warmup\"\r\n"));
+        ExpectOnly(CheckSet(set.folder, set.manifest), true, set.At("cfg/ludax/binds.cfg", 2),
+                   {"exec ludax/warmup names no file of the set", "cfg/ludax/warmup.cfg"});
+    }
+    {
+        // Other scripts may exec the player's own files: only the two start-up scripts are held to the set.
+        Set set(SoundFilesWith("cfg/ludax/combo.cfg", "exec mine.cfg\r\n"));
+        EXPECT_EQ(All(CheckSet(set.folder, set.manifest)), "");
+    }
+}
+
+TEST(SetCheck, BackgroundLayoutsMustNameTilesOfTheSet)
+{
+    for (const std::string layout : {"resource/BackgroundLayout.txt", "resource/BackgroundLoadingLayout.txt"}) {
+        SCOPED_TRACE(layout);
+        Set set(SoundFilesWith(layout, "resolution\t1280\t1024\r\nresource/background/t1.tga\tscaled\t0\t0\r\n"
+                                       "resource/background/t2.tga\tscaled\t256\t0\r\n"));
+        ExpectOnly(CheckSet(set.folder, set.manifest), true, set.At(layout, 3),
+                   {"the tile resource/background/t2.tga is not a file of the set", "add it"});
+    }
+}
+
+TEST(SetCheck, PlaceholderPasswordAndForeignMapsAreWarnings)
+{
+    {
+        Set set(SoundFilesWith("cfg/ludax/rconpassword.cfg", "// the organiser's password\r\nrcon_password \"CHANGE_ME\"\r\n"));
+        ExpectOnly(CheckSet(set.folder, set.manifest), false, set.At("cfg/ludax/rconpassword.cfg", 2),
+                   {"remote-console password is still the placeholder CHANGE_ME", "tournament's password"});
+    }
+    {
+        // de_dust2 comes with the game; de_y is neither shipped nor the game's.
+        Set set(SoundFilesWith("mapcycle.txt", "de_dust2\r\nde_x\r\nde_y\r\n"));
+        ExpectOnly(CheckSet(set.folder, set.manifest), false, set.At("mapcycle.txt", 3),
+                   {"the map de_y", "maps/de_y.bsp", "add the map or correct the name"});
+    }
+}
