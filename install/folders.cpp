@@ -62,7 +62,8 @@ bool TryCreateFolders(const std::string& path, KnownFolders* known)
 bool MeetsLink(const std::string& accountFolder, const std::string& path, KnownFolders* known)
 {
     const std::string prefix = accountFolder + "/";
-    if (path.size() <= prefix.size() || path.compare(0, prefix.size(), prefix) != 0)
+    if (path != accountFolder &&
+        (path.size() <= prefix.size() || path.compare(0, prefix.size(), prefix) != 0))
         return true;
     // The account folder, each folder below it on the way, then the path itself.
     std::size_t end = accountFolder.size();
@@ -91,7 +92,10 @@ bool MeetsLink(const std::string& accountFolder, const std::string& path, KnownF
 
 void RemovePath(std::string path)
 {
-    switch (sys::FindEntry(path)) {
+    const sys::Entry entry = sys::LookUp(path);
+    if (entry.link)
+        return;
+    switch (entry.kind) {
     case sys::EntryKind::folder:
         sys::RemoveFolder(path);
         break;

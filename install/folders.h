@@ -21,11 +21,12 @@ void CreateFolders(std::string path, std::vector<std::string>* created, KnownFol
 // shown, when a folder can neither be found nor made.
 bool TryCreateFolders(const std::string& path, KnownFolders* known);
 
-// True when `path` lies below `accountFolder` and a symbolic link, junction or other reparse
-// point stands at the account folder, at `path` or anywhere between; also true when `path`
-// does not lie below the account folder at all. Entries missing on the way end the search.
+// True when `path` is `accountFolder` or lies below it and a symbolic link, junction or other
+// reparse point stands at the account folder, at `path` or anywhere between; also true when
+// `path` lies elsewhere. Entries missing on the way end the search.
 bool MeetsLink(const std::string& accountFolder, const std::string& path, KnownFolders* known);
 
-// Deletes one file or one empty folder; a missing path, a folder that still holds something
-// and a file that cannot go are all left alone silently.
+// Deletes one file or one empty folder; a missing path, a folder that still holds something,
+// a file that cannot go and a link of any kind (which some systems would delete the target of)
+// are all left alone silently.
 void RemovePath(std::string path);

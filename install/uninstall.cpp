@@ -20,7 +20,9 @@ void RemoveCreated(const std::string& accountFolder, const std::string& listPath
         return;
     KnownFolders known;
     ReadRemovalListFile(listPath, [&](const std::string& path) {
-        if (!IsRemovableBelow(path, accountFolder) || MeetsLink(accountFolder, path, &known))
+        // RemovePath itself refuses a link; the folders above it are looked at here.
+        if (!IsRemovableBelow(path, accountFolder) ||
+            MeetsLink(accountFolder, path.substr(0, path.rfind('/')), &known))
             return;
         RemovePath(path);
         known.erase(path);

@@ -38,6 +38,8 @@ TEST(Links, TheLookUpSeesAFolderLinkAsALink)
 
     KnownFolders known;
     EXPECT_TRUE(MeetsLink(root.Path(), root.Path() + "/link/binds.cfg", &known));
+    EXPECT_FALSE(MeetsLink(root.Path(), root.Path(), &known));
+    EXPECT_TRUE(MeetsLink(root.Path() + "/link", root.Path() + "/link", &known));
     EXPECT_TRUE(MeetsLink(root.Path(), root.Path() + "/link", &known));
     EXPECT_TRUE(MeetsLink(root.Path() + "/link", root.Path() + "/link/binds.cfg", &known));
     EXPECT_FALSE(MeetsLink(other.root.Path(), other.folder + "/binds.cfg", &known));
