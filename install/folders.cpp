@@ -70,7 +70,7 @@ bool MeetsLink(const std::string& accountFolder, const std::string& path, KnownF
     for (;;) {
         const std::string step = path.substr(0, end);
         const bool last = end == path.size();
-        if (known && !last && known->count(step)) {
+        if (known && known->count(step)) {
             if (known->at(step))
                 return true;
         } else {
@@ -79,7 +79,7 @@ bool MeetsLink(const std::string& accountFolder, const std::string& path, KnownF
                 return false;  // nothing deeper exists either
             if (entry.link)
                 return true;
-            if (known && !last)
+            if (known && entry.kind == sys::EntryKind::folder)
                 (*known)[step] = false;
         }
         if (last)

@@ -6,8 +6,9 @@
 #include <vector>
 
 // What one run has learned about the entries on its paths, so that none is looked up twice:
-// each entry found or made, mapped to whether it is a link. Only folders on the way to a
-// target go in; a target itself is about to change and is always looked up afresh.
+// each folder found or made on the way to a target (or a file found where such a folder
+// belongs), mapped to whether it is a link. A target file is about to change and is always
+// looked up afresh.
 using KnownFolders = std::unordered_map<std::string, bool>;
 
 // Makes every missing folder on the way to the file `path` (the file's own name is never made).

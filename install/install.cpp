@@ -67,10 +67,12 @@ void InstallConfig(const GameProfile& game, SteamAccount& account, InstallWindow
     WalkRecords(container, 0, [&](const ContainerRecord& record) {
         std::string target = contentFolder + record.name;
         if (firstInstall) {
-            if (sys::PathExists(target)) {
+            const sys::Entry existing = sys::LookUp(target);
+            if (existing.kind != sys::EntryKind::none) {
                 // A link is never followed: its target may lie anywhere, and the uninstall
                 // would not write through it to put the file back.
-                if (MeetsLink(accountFolder, target, &known) ||
+                const std::string folder = target.substr(0, target.rfind('/'));
+                if (existing.link || MeetsLink(accountFolder, folder, &known) ||
                     !AppendBackupRecord(backups->archive, record.name, target))
                     StopBeforeOverwriting(target, *backups, created);
             } else {
