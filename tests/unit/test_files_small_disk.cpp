@@ -24,8 +24,6 @@ bool PrivateMounts()
 
 std::string Filler(const std::string& folder) { return folder + "/filler"; }
 
-rlimit original{RLIM_INFINITY, RLIM_INFINITY};
-
 }  // namespace
 
 SmallDisk::SmallDisk()
@@ -56,8 +54,10 @@ void SmallDisk::LeaveRoom(std::uint64_t bytes)
     }
     // Past the limit a write fails with EFBIG instead of killing the process.
     signal(SIGXFSZ, SIG_IGN);
-    getrlimit(RLIMIT_FSIZE, &original);
-    rlimit limit = original;
+    rlimit limit;
+    if (getrlimit(RLIMIT_FSIZE, &limit) != 0)
+        throw std::runtime_error("getrlimit failed");
+    savedLimit = limit.rlim_cur;
     limit.rlim_cur = bytes;
     if (setrlimit(RLIMIT_FSIZE, &limit) != 0)
         throw std::runtime_error("setrlimit failed");
@@ -69,7 +69,10 @@ void SmallDisk::FreeRoom()
     if (mounted) {
         std::remove(Filler(Path()).c_str());
     } else if (limited) {
-        setrlimit(RLIMIT_FSIZE, &original);
+        rlimit limit;
+        getrlimit(RLIMIT_FSIZE, &limit);
+        limit.rlim_cur = savedLimit;
+        setrlimit(RLIMIT_FSIZE, &limit);
         limited = false;
     }
 }

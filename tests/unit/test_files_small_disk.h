@@ -31,6 +31,7 @@ private:
     TempFolder folder;
     bool mounted = false;
     bool limited = false;
+    std::uint64_t savedLimit = 0;  // the file-size limit before LeaveRoom
 };
 
 #endif
