@@ -21,8 +21,9 @@ RegistryRead ReadUserRegistryString(const std::string& key, const std::string& v
 std::vector<std::string> ListFolder(const std::string& folder);
 
 // The longest path any call below takes: Windows' MAX_PATH less its terminating NUL. Each
-// call treats a longer path as missing or refuses it, so that the existence test, the reads
-// and the writes all see the same set of paths: a file the test cannot see is never written.
+// call treats a longer path, or one holding a NUL byte, as missing or refuses it, so that the
+// existence test, the reads and the writes all see the same set of paths: a file the test
+// cannot see is never written.
 constexpr std::size_t maxPathLength = 259;
 
 enum class EntryKind { none, file, folder };

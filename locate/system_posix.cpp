@@ -30,7 +30,12 @@ std::string RegistryFolder(const std::string& key)
     return path;
 }
 
-bool TooLong(const std::string& path) { return path.size() > maxPathLength; }
+// Longer than the limit, or holding a NUL byte, after which the system would see a shorter
+// path than the caller checked.
+bool Unusable(const std::string& path)
+{
+    return path.size() > maxPathLength || path.find('\0') != std::string::npos;
+}
 
 int Descriptor(FileHandle file) { return static_cast<int>(file.handle); }
 
@@ -55,7 +60,7 @@ RegistryRead ReadUserRegistryString(const std::string& key, const std::string& v
 std::vector<std::string> ListFolder(const std::string& folder)
 {
     std::vector<std::string> names;
-    if (TooLong(folder + "*.*"))  // the pattern FindFirstFileA is given
+    if (Unusable(folder + "*.*"))  // the pattern FindFirstFileA is given
         return names;
     DIR* dir = opendir(folder.c_str());
     if (!dir)
@@ -70,7 +75,7 @@ Entry LookUp(const std::string& path)
 {
     Entry entry;
     struct stat info;
-    if (path.empty() || TooLong(path) || lstat(path.c_str(), &info) != 0)
+    if (path.empty() || Unusable(path) || lstat(path.c_str(), &info) != 0)
         return entry;
     if (S_ISLNK(info.st_mode)) {
         entry.link = true;
@@ -86,7 +91,7 @@ Entry LookUp(const std::string& path)
 bool ReadFileStart(const std::string& path, std::size_t limit, std::string& bytes)
 {
     bytes.clear();
-    int file = TooLong(path) ? -1 : open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    int file = Unusable(path) ? -1 : open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (file < 0)
         return false;
     char block[65536];
@@ -104,7 +109,7 @@ bool ReadFileStart(const std::string& path, std::size_t limit, std::string& byte
 bool OpenForReading(const std::string& path, FileHandle& file, std::uint64_t& size)
 {
     file = FileHandle{};
-    if (TooLong(path))
+    if (Unusable(path))
         return false;
     // Non-blocking, so that a pipe standing at the path cannot stall the program.
     int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
@@ -123,7 +128,7 @@ bool OpenForReading(const std::string& path, FileHandle& file, std::uint64_t& si
 bool OpenForWriting(const std::string& path, FileHandle& file)
 {
     file = FileHandle{};
-    if (TooLong(path))
+    if (Unusable(path))
         return false;
     int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC, 0666);
     if (descriptor < 0)
@@ -178,17 +183,20 @@ bool CloseFile(FileHandle& file)
     return closed;
 }
 
-bool MakeFolder(const std::string& path) { return !TooLong(path) && mkdir(path.c_str(), 0777) == 0; }
+bool MakeFolder(const std::string& path)
+{
+    return !Unusable(path) && mkdir(path.c_str(), 0777) == 0;
+}
 
 void RemoveFolder(const std::string& path)
 {
-    if (!TooLong(path))
+    if (!Unusable(path))
         rmdir(path.c_str());
 }
 
 void RemoveFile(const std::string& path)
 {
-    if (!TooLong(path))
+    if (!Unusable(path))
         unlink(path.c_str());
 }
 

@@ -9,7 +9,12 @@ namespace sys {
 
 namespace {
 
-bool TooLong(const std::string& path) { return path.size() > maxPathLength; }
+// Longer than the limit, or holding a NUL byte, after which the system would see a shorter
+// path than the caller checked.
+bool Unusable(const std::string& path)
+{
+    return path.size() > maxPathLength || path.find('\0') != std::string::npos;
+}
 
 HANDLE Native(FileHandle file) { return reinterpret_cast<HANDLE>(file.handle); }
 
@@ -55,7 +60,7 @@ RegistryRead ReadUserRegistryString(const std::string& key, const std::string& v
 std::vector<std::string> ListFolder(const std::string& folder)
 {
     std::vector<std::string> names;
-    if (TooLong(folder + "*.*"))
+    if (Unusable(folder + "*.*"))
         return names;
     WIN32_FIND_DATAA entry;
     HANDLE search = FindFirstFileA((folder + "*.*").c_str(), &entry);
@@ -71,7 +76,7 @@ std::vector<std::string> ListFolder(const std::string& folder)
 Entry LookUp(const std::string& path)
 {
     Entry result;
-    if (TooLong(path))
+    if (Unusable(path))
         return result;
     WIN32_FIND_DATAA entry;
     HANDLE search = FindFirstFileA(path.c_str(), &entry);
@@ -86,7 +91,7 @@ Entry LookUp(const std::string& path)
 bool ReadFileStart(const std::string& path, std::size_t limit, std::string& bytes)
 {
     bytes.clear();
-    if (TooLong(path))
+    if (Unusable(path))
         return false;
     HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                               OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -107,7 +112,7 @@ bool ReadFileStart(const std::string& path, std::size_t limit, std::string& byte
 bool OpenForReading(const std::string& path, FileHandle& file, std::uint64_t& size)
 {
     file = FileHandle{};
-    if (TooLong(path))
+    if (Unusable(path))
         return false;
     HANDLE handle = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                 OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -125,7 +130,7 @@ bool OpenForReading(const std::string& path, FileHandle& file, std::uint64_t& si
 bool OpenForWriting(const std::string& path, FileHandle& file)
 {
     file = FileHandle{};
-    if (TooLong(path))
+    if (Unusable(path))
         return false;
     HANDLE handle = CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
                                 FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -174,18 +179,18 @@ bool CloseFile(FileHandle& file)
 
 bool MakeFolder(const std::string& path)
 {
-    return !TooLong(path) && CreateDirectoryA(path.c_str(), nullptr) != 0;
+    return !Unusable(path) && CreateDirectoryA(path.c_str(), nullptr) != 0;
 }
 
 void RemoveFolder(const std::string& path)
 {
-    if (!TooLong(path))
+    if (!Unusable(path))
         RemoveDirectoryA(path.c_str());
 }
 
 void RemoveFile(const std::string& path)
 {
-    if (!TooLong(path))
+    if (!Unusable(path))
         DeleteFileA(path.c_str());
 }
 
