@@ -60,14 +60,19 @@ bool ReadRemovalListFile(const std::string& path, const RemovalLines::Visit& vis
     RemovalLines lines(visit);
     // No more than the size it had when opened: a file that keeps growing still ends.
     std::vector<char> block(static_cast<std::size_t>(std::min<std::uint64_t>(size, 64 * 1024)));
+    bool read = true;
     while (size > 0) {
         const std::size_t wanted = static_cast<std::size_t>(std::min<std::uint64_t>(size, block.size()));
-        if (!sys::ReadExactly(file, block.data(), wanted) || !lines.Feed(block.data(), wanted))
+        if (!sys::ReadExactly(file, block.data(), wanted)) {
+            read = false;
             break;
+        }
+        if (!lines.Feed(block.data(), wanted))
+            break;  // the list has ended at an empty line
         size -= wanted;
     }
     if (size == 0)
         lines.Finish();
     sys::CloseFile(file);
-    return true;
+    return read;
 }

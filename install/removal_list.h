@@ -36,6 +36,6 @@ private:
 // The paths of a removal list's bytes.
 std::vector<std::string> ReadRemovalList(const std::string& bytes);
 
-// Visits the paths of the removal list file at `path`, read in blocks; false when it cannot
-// be opened.
+// Visits the paths of the removal list file at `path`, read in blocks; false when it could
+// not be read to its end (or to its first empty line).
 bool ReadRemovalListFile(const std::string& path, const RemovalLines::Visit& visit);

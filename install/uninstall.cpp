@@ -19,7 +19,7 @@ void RemoveCreated(const std::string& accountFolder, const std::string& listPath
     if (sys::FindEntry(listPath) != sys::EntryKind::file || MeetsLink(accountFolder, listPath, nullptr))
         return;
     KnownFolders known;
-    ReadRemovalListFile(listPath, [&](const std::string& path) {
+    const bool read = ReadRemovalListFile(listPath, [&](const std::string& path) {
         // RemovePath itself refuses a link; the folders above it are looked at here.
         if (!IsRemovableBelow(path, accountFolder) ||
             MeetsLink(accountFolder, path.substr(0, path.rfind('/')), &known))
@@ -27,7 +27,9 @@ void RemoveCreated(const std::string& accountFolder, const std::string& listPath
         RemovePath(path);
         known.erase(path);
     });
-    sys::RemoveFile(listPath);
+    // A list that could not be read whole stays for the next try.
+    if (read)
+        sys::RemoveFile(listPath);
 }
 
 // Writes one record's data to its target; true when every byte went in and the file closed

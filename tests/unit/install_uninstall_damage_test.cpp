@@ -2,9 +2,14 @@
 // put back stays in the archive, and it says so.
 #include <gtest/gtest.h>
 
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
 #include "folders.h"
 #include "install.h"
 #include "install_scene.h"
+#include "system.h"
 
 namespace {
 
@@ -81,6 +86,17 @@ TEST(UninstallKeepsTheArchive, WhenItCannotBeOpened)
     EXPECT_EQ(scene.window.events, keptBackup);
     EXPECT_TRUE(Exists(scene.archivePath));
 }
+
+#ifndef _WIN32
+TEST(UninstallKeepsTheRemovalList, WhenItCannotBeRead)
+{
+    InstallScene scene;
+    ASSERT_EQ(mkfifo(scene.removalListPath.c_str(), 0644), 0);  // there, but never readable
+    scene.Uninstall();
+    EXPECT_EQ(sys::LookUp(scene.removalListPath).kind, sys::EntryKind::file);
+    EXPECT_EQ(scene.window.events, uninstalled);  // nothing else was wrong
+}
+#endif
 
 TEST(UninstallPassesOver, RecordNamesWindowsWouldReadAsSomethingElse)
 {
