@@ -241,8 +241,9 @@ void PrintHeading(const BenchOptions& options)
         "excluded). The copy is %s, timed from outside; each run copies %d sets side by side\n"
         "and counts (run - median start-up on an empty source) / %d per set.\n"
         "peak MB: the child's peak resident memory less an idle child's (%s).\n"
-        "Targets: install median within %.1fx of the copy into an empty folder; peak within\n"
-        "container + largest overwritten file + %.0f MB (1 MB = 2^20 bytes).\n",
+        "Targets: first install into an empty game folder, median within %.1fx of the copy into\n"
+        "an empty folder; peak within container + largest overwritten file + %.0f MB\n"
+        "(1 MB = 2^20 bytes).\n",
         options.runs, options.workFolder.c_str(), CopyToolName(), options.copySets,
         options.copySets, PeakMethodName(), speedLimit, budgetSlackMb);
 }

@@ -4,23 +4,65 @@
 // content folder.
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "container.h"
 #include "file_io.h"
+#include "system.h"
 
 constexpr std::uint32_t backupArchiveHeader = 1;
 
-// Appends the record of `existingFile` under `name`: its whole content, read in one piece just
-// before it is overwritten. A file that cannot be read is recorded as empty.
-void AppendBackupRecord(OutputFile& archive, const std::string& name, const std::string& existingFile);
+// A record's data length is read as a signed 32-bit value: a file of 2 GiB or more cannot
+// be recorded.
+constexpr std::uint64_t largestBackup = 0x7FFFFFFF;
 
-// Calls `visit(record)` for each record of a loaded archive. An archive of 4 bytes or less holds
-// none; a record that runs past the end stops the walk, keeping those before it.
+// Appends the record of `existingFile` under `name`: its size and whole content, read just
+// before it is overwritten. False when the file cannot be read whole, is too large to record,
+// or a write to the archive falls short; the archive then ends in at most one cut record,
+// which the reader passes over.
+bool AppendBackupRecord(OutputFile& archive, const std::string& name, const std::string& existingFile);
+
+// Calls `visit(record)` for each record of an archive held in memory. An archive of 4 bytes or
+// less holds none; a record that runs past the end stops the walk, keeping those before it.
 template <class Visit>
 void WalkBackupArchive(const std::vector<char>& archive, Visit visit)
 {
     if (archive.size() > 4)
         WalkRecords(archive, 4, visit);
 }
+
+// Reads an archive file one record at a time, in the walk's order and with its end rules, so
+// that memory follows the largest record copied, never the archive's size.
+class ArchiveReader {
+public:
+    explicit ArchiveReader(const std::string& path);
+    ~ArchiveReader();
+    ArchiveReader(const ArchiveReader&) = delete;
+    ArchiveReader& operator=(const ArchiveReader&) = delete;
+
+    bool Opened() const { return file.open; }
+
+    // Moves to the next record and reads its name and data length. A name longer than any path
+    // the program can use is skipped unread and comes back empty with `nameTooLong` set. False
+    // at the end, at a record that runs past the end, at a record of eight zero bytes, and
+    // after a failed read (`Failed()`).
+    bool Next(std::string& name, bool& nameTooLong, std::uint32_t& size);
+
+    // Hands the current record's data to `write` in blocks of at most 1 MiB; true when every
+    // byte was read and `write` took each block. What is left of the data is skipped.
+    bool CopyData(const std::function<bool(const char* bytes, std::size_t size)>& write);
+
+    // A read failed: the archive's later records are unknown.
+    bool Failed() const { return failed; }
+
+private:
+    bool ReadLength(std::uint32_t& value);
+
+    sys::FileHandle file;
+    std::uint64_t size = 0;      // the file's size when opened
+    std::uint64_t position = 0;  // where the next unread byte lies
+    std::uint64_t unreadData = 0;  // data bytes of the current record not yet read
+    bool failed = false;
+};

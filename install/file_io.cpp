@@ -1,84 +1,45 @@
 #include "file_io.h"
 
-#include "little_endian.h"
-
-#ifndef _WIN32
-#include <sys/stat.h>
-#endif
-
-namespace {
-
-// The size of an open file, or -1 when it is not a plain file; 64-bit so that a large file is
-// not mistaken for a small one. (Windows refuses to open a folder; POSIX opens it, so ask.)
-long long FileSize(std::FILE* file)
-{
-#ifdef _WIN32
-    if (_fseeki64(file, 0, SEEK_END) != 0)
-        return -1;
-    long long size = _ftelli64(file);
-    return _fseeki64(file, 0, SEEK_SET) == 0 ? size : -1;
-#else
-    struct stat info;
-    if (fstat(fileno(file), &info) != 0 || !S_ISREG(info.st_mode))
-        return -1;
-    return info.st_size;
-#endif
-}
-
-}  // namespace
-
 std::vector<char> ReadWholeFile(const std::string& path)
 {
     std::vector<char> bytes;
-    std::FILE* file = std::fopen(path.c_str(), "rb");
-    if (!file)
+    sys::FileHandle file;
+    std::uint64_t size = 0;
+    if (!sys::OpenForReading(path, file, size))
         return bytes;
-    long long size = FileSize(file);
-    if (size > 0) {
+    if (size > 0 && size <= bytes.max_size()) {
         bytes.resize(static_cast<std::size_t>(size));
-        // A file that shrank meanwhile or failed half way keeps only what was read.
-        bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file));
+        if (!sys::ReadExactly(file, bytes.data(), bytes.size()))
+            bytes.clear();
     }
-    std::fclose(file);
+    sys::CloseFile(file);
     return bytes;
 }
 
-void WriteWholeFile(const std::string& path, const char* data, std::size_t size)
+bool WriteWholeFile(const std::string& path, const char* data, std::size_t size)
 {
-    std::FILE* file = std::fopen(path.c_str(), "wb");
-    if (!file)
-        return;
-    if (size > 0)
-        std::fwrite(data, 1, size, file);
-    std::fclose(file);
+    sys::FileHandle file;
+    if (!sys::OpenForWriting(path, file))
+        return false;
+    bool written = sys::WriteExactly(file, data, size);
+    return sys::CloseFile(file) && written;
 }
 
-OutputFile::OutputFile(const std::string& path) : file(std::fopen(path.c_str(), "wb")) {}
+OutputFile::OutputFile(const std::string& path) { intact = sys::OpenForWriting(path, file); }
 
 OutputFile::~OutputFile() { Close(); }
 
-void OutputFile::Append(const char* data, std::size_t size)
+bool OutputFile::Append(const char* data, std::size_t size)
 {
-    if (file && size > 0)
-        std::fwrite(data, 1, size, file);
+    intact = intact && sys::WriteExactly(file, data, size);
+    return intact;
 }
 
-void OutputFile::AppendInt32(std::uint32_t value)
+bool OutputFile::Close()
 {
-    std::string bytes;
-    AppendLittleEndian32(bytes, value);
-    Append(bytes.data(), bytes.size());
-}
-
-void OutputFile::Flush()
-{
-    if (file)
-        std::fflush(file);
-}
-
-void OutputFile::Close()
-{
-    if (file)
-        std::fclose(file);
-    file = nullptr;
+    if (file.open) {
+        bool closed = sys::CloseFile(file);
+        intact = intact && closed;
+    }
+    return intact;
 }

@@ -1,21 +1,24 @@
 #pragma once
-// Plain file access for the install and the uninstall. Every failure is ignored: a file that
-// cannot be opened reads as empty, and writes to it go nowhere.
+// Whole files and the two backup files, written through the operating-system layer, so that
+// every read and write sees exactly the paths its existence test sees. Nothing is buffered:
+// once a call has returned true, its bytes have reached the system.
 
 #include <cstddef>
-#include <cstdint>
-#include <cstdio>
 #include <string>
 #include <vector>
+
+#include "system.h"
 
 // The whole file in one buffer of its size (one read call); empty when it cannot be read.
 std::vector<char> ReadWholeFile(const std::string& path);
 
-// Creates or truncates `path`, writes `size` bytes in one call and closes it.
-void WriteWholeFile(const std::string& path, const char* data, std::size_t size);
+// Creates or truncates `path` and writes `size` bytes. True when every byte was written and
+// the file closed without an error.
+bool WriteWholeFile(const std::string& path, const char* data, std::size_t size);
 
 // A file written piece by piece: created or truncated on opening, closed at the latest when
-// the object goes.
+// the object goes. The first failure sticks: a file that could not be opened, or one write
+// that fell short, fails every later append, so nothing follows a gap.
 class OutputFile {
 public:
     explicit OutputFile(const std::string& path);
@@ -23,11 +26,14 @@ public:
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
-    void Append(const char* data, std::size_t size);
-    void AppendInt32(std::uint32_t value);  // little-endian
-    void Flush();
-    void Close();
+    bool Append(const char* data, std::size_t size);
+    bool Append(const std::string& bytes) { return Append(bytes.data(), bytes.size()); }
+    // True while every append so far went through.
+    bool Intact() const { return intact; }
+    // True when the file was intact and closed without an error.
+    bool Close();
 
 private:
-    std::FILE* file;
+    sys::FileHandle file;
+    bool intact;
 };

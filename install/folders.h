@@ -1,16 +1,33 @@
 #pragma once
-// The two folder operations the install and the uninstall share. Paths use '/' only.
+// The folder operations the install and the uninstall share. Paths use '/' only.
 
 #include <string>
+#include <unordered_map>
 #include <vector>
+
+// What one run has learned about the entries on its paths, so that none is looked up twice:
+// each folder found or made on the way to a target (or a file found where such a folder
+// belongs), mapped to whether it is a link. A target file is about to change and is always
+// looked up afresh.
+using KnownFolders = std::unordered_map<std::string, bool>;
 
 // Makes every missing folder on the way to the file `path` (the file's own name is never made).
 // When `created` is given, each folder is appended to it before it is made, outermost first.
 // Prefixes of up to 3 characters (a drive letter with its colon, the empty root) are not
-// tested. Ends the process with the Hungarian message when a folder can neither be found
-// nor made.
-void CreateFolders(std::string path, std::vector<std::string>* created);
+// tested, and neither is a prefix that `known` already holds. Ends the process with the
+// Hungarian message when a folder can neither be found nor made.
+void CreateFolders(std::string path, std::vector<std::string>* created, KnownFolders* known = nullptr);
 
-// Deletes one file or one empty folder; a missing path, a folder that still holds something
-// and a file that cannot go are all left alone silently.
+// The same, for the uninstall, which must go on with its other files: false, with nothing
+// shown, when a folder can neither be found nor made.
+bool TryCreateFolders(const std::string& path, KnownFolders* known);
+
+// True when `path` is `accountFolder` or lies below it and a symbolic link, junction or other
+// reparse point stands at the account folder, at `path` or anywhere between; also true when
+// `path` lies elsewhere. Entries missing on the way end the search.
+bool MeetsLink(const std::string& accountFolder, const std::string& path, KnownFolders* known);
+
+// Deletes one file or one empty folder; a missing path, a folder that still holds something,
+// a file that cannot go and a link of any kind (which some systems would delete the target of)
+// are all left alone silently.
 void RemovePath(std::string path);

@@ -6,8 +6,39 @@
 #include "container.h"
 #include "file_io.h"
 #include "folders.h"
+#include "little_endian.h"
 #include "removal_list.h"
 #include "system.h"
+
+namespace {
+
+struct BackupFiles {
+    OutputFile archive;
+    OutputFile removalList;
+};
+
+// The folders a first install created go to the end of the removal list, innermost first, so
+// that each folder is already empty when the uninstall reaches it.
+void ListCreatedFolders(BackupFiles& backups, const std::vector<std::string>& created)
+{
+    for (auto folder = created.rbegin(); folder != created.rend(); ++folder)
+        AppendRemovalLine(backups.removalList, *folder);
+}
+
+// A player's file is overwritten only once its record is in the archive. When that fails,
+// the install stops before the file: the backup files keep what reached them (the folders
+// made so far included), so the next start offers the uninstall, which undoes the rest.
+[[noreturn]] void StopBeforeOverwriting(const std::string& target, BackupFiles& backups,
+                                        const std::vector<std::string>& created)
+{
+    ListCreatedFolders(backups, created);
+    backups.archive.Close();
+    backups.removalList.Close();
+    sys::ExitWithMessage("Could not back up the file\n" + target + "\nNothing more was changed.",
+                         "Hiba:", sys::mbOk);
+}
+
+}  // namespace
 
 void InstallConfig(const GameProfile& game, SteamAccount& account, InstallWindow& window)
 {
@@ -22,36 +53,41 @@ void InstallConfig(const GameProfile& game, SteamAccount& account, InstallWindow
     const std::string& accountFolder = account.folder;
     const std::string& contentFolder = account.*game.contentFolder;
     std::vector<std::string> created;
+    KnownFolders known;
 
-    std::unique_ptr<OutputFile> archive, removalList;
+    std::unique_ptr<BackupFiles> backups;
     if (firstInstall) {
-        archive = std::make_unique<OutputFile>(accountFolder + game.archiveName);
-        removalList = std::make_unique<OutputFile>(accountFolder + game.removalListName);
-        archive->AppendInt32(backupArchiveHeader);
+        backups.reset(new BackupFiles{OutputFile(accountFolder + game.archiveName),
+                                      OutputFile(accountFolder + game.removalListName)});
+        std::string header;
+        AppendLittleEndian32(header, backupArchiveHeader);
+        backups->archive.Append(header);
     }
 
     WalkRecords(container, 0, [&](const ContainerRecord& record) {
         std::string target = contentFolder + record.name;
         if (firstInstall) {
-            if (sys::PathExists(target))
-                AppendBackupRecord(*archive, record.name, target);
-            else
-                AppendRemovalLine(*removalList, target);
+            const sys::Entry existing = sys::LookUp(target);
+            if (existing.kind != sys::EntryKind::none) {
+                // A link is never followed: its target may lie anywhere, and the uninstall
+                // would not write through it to put the file back.
+                const std::string folder = target.substr(0, target.rfind('/'));
+                if (existing.link || MeetsLink(accountFolder, folder, &known) ||
+                    !AppendBackupRecord(backups->archive, record.name, target))
+                    StopBeforeOverwriting(target, *backups, created);
+            } else {
+                AppendRemovalLine(backups->removalList, target);
+            }
         }
-        CreateFolders(target, &created);
+        CreateFolders(target, &created, &known);
         WriteWholeFile(target, record.data, record.size);
     });
 
     if (firstInstall) {
-        archive->Flush();
-        // Innermost first, so that each folder is already empty when the uninstall reaches it.
-        for (auto folder = created.rbegin(); folder != created.rend(); ++folder)
-            AppendRemovalLine(*removalList, *folder);
-        removalList->Flush();
-        archive->Close();
-        removalList->Close();
-        archive.reset();
-        removalList.reset();
+        ListCreatedFolders(*backups, created);
+        backups->archive.Close();
+        backups->removalList.Close();
+        backups.reset();
     }
 
     installed = true;

@@ -3,6 +3,7 @@
 // Win32 body (the real product) and a POSIX body (fast native tests).
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -19,14 +20,50 @@ RegistryRead ReadUserRegistryString(const std::string& key, const std::string& v
 // included, in the order the file system returns them.
 std::vector<std::string> ListFolder(const std::string& folder);
 
+// The longest path any call below takes: Windows' MAX_PATH less its terminating NUL. Each
+// call treats a longer path, or one holding a NUL byte, as missing or refuses it, so that the
+// existence test, the reads and the writes all see the same set of paths: a file the test
+// cannot see is never written.
+constexpr std::size_t maxPathLength = 259;
+
 enum class EntryKind { none, file, folder };
-EntryKind FindEntry(const std::string& path);
+
+// The entry itself, never what a link points to. `link` is set for a symbolic link, junction
+// or other reparse point (Win32: FILE_ATTRIBUTE_REPARSE_POINT from FindFirstFileA; POSIX:
+// lstat). A link's kind is that of its target, and a link whose target is gone is a file.
+struct Entry {
+    EntryKind kind = EntryKind::none;
+    bool link = false;
+};
+Entry LookUp(const std::string& path);
+
+inline EntryKind FindEntry(const std::string& path) { return LookUp(path).kind; }
 
 // True when a file or folder of exactly that path exists.
 inline bool PathExists(const std::string& path) { return FindEntry(path) != EntryKind::none; }
 
 // At most `limit` bytes from the start of the file; false when it cannot be opened.
 bool ReadFileStart(const std::string& path, std::size_t limit, std::string& bytes);
+
+// An open file of the calls below; `handle` is meaningless while `open` is false.
+struct FileHandle {
+    std::intptr_t handle = 0;
+    bool open = false;
+};
+
+// Opens an existing plain file for reading (folders, devices and pipes are refused) and gives
+// its size. Others may keep reading and writing it meanwhile.
+bool OpenForReading(const std::string& path, FileHandle& file, std::uint64_t& size);
+// Creates or truncates a plain file for writing; refuses folders and devices.
+bool OpenForWriting(const std::string& path, FileHandle& file);
+// True when exactly `size` bytes were read, or written.
+bool ReadExactly(FileHandle file, char* bytes, std::size_t size);
+bool WriteExactly(FileHandle file, const char* bytes, std::size_t size);
+// Moves the read position `count` bytes on.
+bool Skip(FileHandle file, std::uint64_t count);
+// True when the file closed without an error (one the system kept from an earlier write
+// included). The handle is closed in any case.
+bool CloseFile(FileHandle& file);
 
 bool MakeFolder(const std::string& path);
 void RemoveFolder(const std::string& path);  // only an empty folder goes; failures ignored

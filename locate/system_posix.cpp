@@ -6,6 +6,8 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -28,6 +30,15 @@ std::string RegistryFolder(const std::string& key)
     return path;
 }
 
+// Longer than the limit, or holding a NUL byte, after which the system would see a shorter
+// path than the caller checked.
+bool Unusable(const std::string& path)
+{
+    return path.size() > maxPathLength || path.find('\0') != std::string::npos;
+}
+
+int Descriptor(FileHandle file) { return static_cast<int>(file.handle); }
+
 }  // namespace
 
 RegistryRead ReadUserRegistryString(const std::string& key, const std::string& value,
@@ -49,6 +60,8 @@ RegistryRead ReadUserRegistryString(const std::string& key, const std::string& v
 std::vector<std::string> ListFolder(const std::string& folder)
 {
     std::vector<std::string> names;
+    if (Unusable(folder + "*.*"))  // the pattern FindFirstFileA is given
+        return names;
     DIR* dir = opendir(folder.c_str());
     if (!dir)
         return names;
@@ -58,18 +71,27 @@ std::vector<std::string> ListFolder(const std::string& folder)
     return names;
 }
 
-EntryKind FindEntry(const std::string& path)
+Entry LookUp(const std::string& path)
 {
+    Entry entry;
     struct stat info;
-    if (path.empty() || stat(path.c_str(), &info) != 0)
-        return EntryKind::none;
-    return S_ISDIR(info.st_mode) ? EntryKind::folder : EntryKind::file;
+    if (path.empty() || Unusable(path) || lstat(path.c_str(), &info) != 0)
+        return entry;
+    if (S_ISLNK(info.st_mode)) {
+        entry.link = true;
+        struct stat target;
+        entry.kind = stat(path.c_str(), &target) == 0 && S_ISDIR(target.st_mode) ? EntryKind::folder
+                                                                                   : EntryKind::file;
+    } else {
+        entry.kind = S_ISDIR(info.st_mode) ? EntryKind::folder : EntryKind::file;
+    }
+    return entry;
 }
 
 bool ReadFileStart(const std::string& path, std::size_t limit, std::string& bytes)
 {
     bytes.clear();
-    int file = open(path.c_str(), O_RDONLY);
+    int file = Unusable(path) ? -1 : open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (file < 0)
         return false;
     char block[65536];
@@ -84,11 +106,99 @@ bool ReadFileStart(const std::string& path, std::size_t limit, std::string& byte
     return true;
 }
 
-bool MakeFolder(const std::string& path) { return mkdir(path.c_str(), 0777) == 0; }
+bool OpenForReading(const std::string& path, FileHandle& file, std::uint64_t& size)
+{
+    file = FileHandle{};
+    if (Unusable(path))
+        return false;
+    // Non-blocking, so that a pipe standing at the path cannot stall the program.
+    int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0)
+        return false;
+    struct stat info;
+    if (fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode)) {
+        close(descriptor);
+        return false;
+    }
+    size = static_cast<std::uint64_t>(info.st_size);
+    file = FileHandle{descriptor, true};
+    return true;
+}
 
-void RemoveFolder(const std::string& path) { rmdir(path.c_str()); }
+bool OpenForWriting(const std::string& path, FileHandle& file)
+{
+    file = FileHandle{};
+    if (Unusable(path))
+        return false;
+    int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC, 0666);
+    if (descriptor < 0)
+        return false;
+    struct stat info;
+    if (fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode)) {
+        close(descriptor);
+        return false;
+    }
+    file = FileHandle{descriptor, true};
+    return true;
+}
 
-void RemoveFile(const std::string& path) { unlink(path.c_str()); }
+bool ReadExactly(FileHandle file, char* bytes, std::size_t size)
+{
+    while (size > 0) {
+        ssize_t got = read(Descriptor(file), bytes, std::min<std::size_t>(size, INT_MAX));
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got <= 0)
+            return false;
+        bytes += got;
+        size -= static_cast<std::size_t>(got);
+    }
+    return true;
+}
+
+bool WriteExactly(FileHandle file, const char* bytes, std::size_t size)
+{
+    while (size > 0) {
+        ssize_t put = write(Descriptor(file), bytes, std::min<std::size_t>(size, INT_MAX));
+        if (put < 0 && errno == EINTR)
+            continue;
+        if (put <= 0)
+            return false;
+        bytes += put;
+        size -= static_cast<std::size_t>(put);
+    }
+    return true;
+}
+
+bool Skip(FileHandle file, std::uint64_t count)
+{
+    return count <= static_cast<std::uint64_t>(LLONG_MAX) &&
+           lseek(Descriptor(file), static_cast<off_t>(count), SEEK_CUR) >= 0;
+}
+
+bool CloseFile(FileHandle& file)
+{
+    bool closed = file.open && close(Descriptor(file)) == 0;
+    file = FileHandle{};
+    return closed;
+}
+
+bool MakeFolder(const std::string& path)
+{
+    return !Unusable(path) && mkdir(path.c_str(), 0777) == 0;
+}
+
+void RemoveFolder(const std::string& path)
+{
+    if (!Unusable(path))
+        rmdir(path.c_str());
+}
+
+void RemoveFile(const std::string& path)
+{
+    if (!Unusable(path))
+        unlink(path.c_str());
+}
 
 void ExitWithMessage(const std::string& text, const std::string& caption, unsigned style)
 {

@@ -7,6 +7,36 @@
 
 namespace sys {
 
+namespace {
+
+// Longer than the limit, or holding a NUL byte, after which the system would see a shorter
+// path than the caller checked.
+bool Unusable(const std::string& path)
+{
+    return path.size() > maxPathLength || path.find('\0') != std::string::npos;
+}
+
+HANDLE Native(FileHandle file) { return reinterpret_cast<HANDLE>(file.handle); }
+
+// Only a file on a disk: a device name (COM1, NUL) opens a device, which must never be read
+// or written as if it were a player's file.
+bool KeepIfDiskFile(HANDLE handle, FileHandle& file)
+{
+    if (handle == INVALID_HANDLE_VALUE)
+        return false;
+    if (GetFileType(handle) != FILE_TYPE_DISK) {
+        CloseHandle(handle);
+        return false;
+    }
+    file = FileHandle{reinterpret_cast<std::intptr_t>(handle), true};
+    return true;
+}
+
+// ReadFile and WriteFile take at most a DWORD; larger transfers go in slices.
+constexpr std::size_t sliceSize = 1u << 30;
+
+}  // namespace
+
 RegistryRead ReadUserRegistryString(const std::string& key, const std::string& value,
                                     std::string& text)
 {
@@ -30,6 +60,8 @@ RegistryRead ReadUserRegistryString(const std::string& key, const std::string& v
 std::vector<std::string> ListFolder(const std::string& folder)
 {
     std::vector<std::string> names;
+    if (Unusable(folder + "*.*"))
+        return names;
     WIN32_FIND_DATAA entry;
     HANDLE search = FindFirstFileA((folder + "*.*").c_str(), &entry);
     if (search == INVALID_HANDLE_VALUE)
@@ -41,19 +73,26 @@ std::vector<std::string> ListFolder(const std::string& folder)
     return names;
 }
 
-EntryKind FindEntry(const std::string& path)
+Entry LookUp(const std::string& path)
 {
+    Entry result;
+    if (Unusable(path))
+        return result;
     WIN32_FIND_DATAA entry;
     HANDLE search = FindFirstFileA(path.c_str(), &entry);
     if (search == INVALID_HANDLE_VALUE)
-        return EntryKind::none;
+        return result;
     FindClose(search);
-    return (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) ? EntryKind::folder : EntryKind::file;
+    result.kind = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) ? EntryKind::folder : EntryKind::file;
+    result.link = (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    return result;
 }
 
 bool ReadFileStart(const std::string& path, std::size_t limit, std::string& bytes)
 {
     bytes.clear();
+    if (Unusable(path))
+        return false;
     HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                               OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE)
@@ -70,11 +109,90 @@ bool ReadFileStart(const std::string& path, std::size_t limit, std::string& byte
     return true;
 }
 
-bool MakeFolder(const std::string& path) { return CreateDirectoryA(path.c_str(), nullptr) != 0; }
+bool OpenForReading(const std::string& path, FileHandle& file, std::uint64_t& size)
+{
+    file = FileHandle{};
+    if (Unusable(path))
+        return false;
+    HANDLE handle = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (!KeepIfDiskFile(handle, file))
+        return false;
+    LARGE_INTEGER length;
+    if (!GetFileSizeEx(handle, &length) || length.QuadPart < 0) {
+        CloseFile(file);
+        return false;
+    }
+    size = static_cast<std::uint64_t>(length.QuadPart);
+    return true;
+}
 
-void RemoveFolder(const std::string& path) { RemoveDirectoryA(path.c_str()); }
+bool OpenForWriting(const std::string& path, FileHandle& file)
+{
+    file = FileHandle{};
+    if (Unusable(path))
+        return false;
+    HANDLE handle = CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                                FILE_ATTRIBUTE_NORMAL, nullptr);
+    return KeepIfDiskFile(handle, file);
+}
 
-void RemoveFile(const std::string& path) { DeleteFileA(path.c_str()); }
+bool ReadExactly(FileHandle file, char* bytes, std::size_t size)
+{
+    while (size > 0) {
+        DWORD got = 0;
+        if (!ReadFile(Native(file), bytes, static_cast<DWORD>(std::min(size, sliceSize)), &got, nullptr) ||
+            got == 0)
+            return false;
+        bytes += got;
+        size -= got;
+    }
+    return true;
+}
+
+bool WriteExactly(FileHandle file, const char* bytes, std::size_t size)
+{
+    while (size > 0) {
+        DWORD put = 0;
+        if (!WriteFile(Native(file), bytes, static_cast<DWORD>(std::min(size, sliceSize)), &put, nullptr) ||
+            put == 0)
+            return false;
+        bytes += put;
+        size -= put;
+    }
+    return true;
+}
+
+bool Skip(FileHandle file, std::uint64_t count)
+{
+    LARGE_INTEGER distance;
+    distance.QuadPart = static_cast<LONGLONG>(count);
+    return count <= 0x7FFFFFFFFFFFFFFFull && SetFilePointerEx(Native(file), distance, nullptr, FILE_CURRENT);
+}
+
+bool CloseFile(FileHandle& file)
+{
+    bool closed = file.open && CloseHandle(Native(file));
+    file = FileHandle{};
+    return closed;
+}
+
+bool MakeFolder(const std::string& path)
+{
+    return !Unusable(path) && CreateDirectoryA(path.c_str(), nullptr) != 0;
+}
+
+void RemoveFolder(const std::string& path)
+{
+    if (!Unusable(path))
+        RemoveDirectoryA(path.c_str());
+}
+
+void RemoveFile(const std::string& path)
+{
+    if (!Unusable(path))
+        DeleteFileA(path.c_str());
+}
 
 void ExitWithMessage(const std::string& text, const std::string& caption, unsigned style)
 {

@@ -1,7 +1,9 @@
 // The removal list reader over arbitrary bytes: whatever a damaged or edited list holds, the
-// paths it yields are non-empty, free of line-end bytes, no longer in total than the input,
-// and read back the same once written as the install writes them.
+// paths it yields are non-empty, free of line-end bytes, no longer than a Windows path, no
+// longer in total than the input, the same however the bytes arrive, and read back the same
+// once written as the install writes them.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -9,6 +11,7 @@
 #include <vector>
 
 #include "removal_list.h"
+#include "system.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
@@ -18,7 +21,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::size_t total = 0;
     std::string rewritten;
     for (const std::string& path : paths) {
-        if (path.empty() || path.find_first_of("\r\n") != std::string::npos)
+        if (path.empty() || path.find_first_of("\r\n") != std::string::npos ||
+            path.size() > sys::maxPathLength)
             std::abort();
         total += path.size();
         rewritten += path + "\r\n";
@@ -27,6 +31,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (total + (paths.empty() ? 0 : paths.size() - 1) > size)
         std::abort();
     if (ReadRemovalList(rewritten) != paths)
+        std::abort();
+
+    // Fed in pieces whose sizes the input's first byte picks, as a file is read in blocks.
+    const std::size_t piece = size > 0 ? 1 + data[0] % 97 : 1;
+    std::vector<std::string> pieced;
+    RemovalLines lines([&](const std::string& path) { pieced.push_back(path); });
+    for (std::size_t at = 0; at < size; at += piece)
+        lines.Feed(bytes.data() + at, std::min(piece, size - at));
+    lines.Finish();
+    if (pieced != paths)
         std::abort();
     return 0;
 }

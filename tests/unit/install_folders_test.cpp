@@ -37,6 +37,46 @@ TEST(CreateFolders, CreatesAndListsOnlyTheMissingFoldersOutermostFirst)
     EXPECT_FALSE(Exists(content + "maps/sub/de_x.bsp"));
 }
 
+TEST(CreateFolders, AFolderFoundOrMadeInTheSameRunIsNotTestedAgain)
+{
+    TempFolder root;
+    const std::string content = root.Path() + "/cstrike/";
+    MakeFolders(content + "cfg");
+    KnownFolders known;
+    std::vector<std::string> created;
+    CreateFolders(content + "cfg/ludax/binds.cfg", &created, &known);
+    CreateFolders(content + "resource/background/x.tga", &created, &known);
+    EXPECT_EQ(created, (std::vector<std::string>{content + "cfg/ludax", content + "resource",
+                                                 content + "resource/background"}));
+
+    // Taken away behind the run's back, a found and a made folder are still taken as there...
+    RemovePath(content + "cfg/ludax");
+    RemovePath(content + "resource/background");
+    CreateFolders(content + "cfg/ludax/other.cfg", &created, &known);
+    CreateFolders(content + "resource/background/y.tga", &created, &known);
+    EXPECT_EQ(created.size(), 3u);
+    EXPECT_FALSE(Exists(content + "cfg/ludax"));
+    // ...while a new run tests them afresh and makes them again, in the same order.
+    KnownFolders fresh;
+    created.clear();
+    CreateFolders(content + "resource/background/y.tga", &created, &fresh);
+    CreateFolders(content + "cfg/ludax/other.cfg", &created, &fresh);
+    EXPECT_EQ(created, (std::vector<std::string>{content + "resource/background", content + "cfg/ludax"}));
+    EXPECT_TRUE(Exists(content + "cfg/ludax"));
+}
+
+TEST(CreateFolders, TheUninstallsFormGoesOnWhereAFolderCannotBeMade)
+{
+    TempFolder root;
+    WriteFile(root.Path() + "/cfg", "a file where the folder belongs");
+    EXPECT_TRUE(TryCreateFolders(root.Path() + "/new/deep/x.cfg", nullptr));
+    EXPECT_TRUE(Exists(root.Path() + "/new/deep"));
+    // The file counts as there, as in CreateFolders; below it nothing can be made.
+    EXPECT_TRUE(TryCreateFolders(root.Path() + "/cfg/x.cfg", nullptr));
+    EXPECT_FALSE(TryCreateFolders(root.Path() + "/cfg/sub/x.cfg", nullptr));
+    EXPECT_FALSE(TryCreateFolders(root.Path() + "/" + std::string(300, 'x') + "/x.cfg", nullptr));
+}
+
 TEST(CreateFolders, PassesOverTheRootOrDrivePrefix)
 {
     // A temporary folder starts with "/" natively (empty prefix) and with "C:" under Windows:
@@ -61,7 +101,7 @@ TEST(CreateFolders, AFileWhereTheLastFolderBelongsIsTakenAsThere)
     CreateFolders(root.Path() + "/cfg/ludax/binds.cfg", &created);
     EXPECT_TRUE(created.empty());
     // The target's write then fails without a word, and the file stays as it was.
-    WriteWholeFile(root.Path() + "/cfg/ludax/binds.cfg", "bind", 4);
+    EXPECT_FALSE(WriteWholeFile(root.Path() + "/cfg/ludax/binds.cfg", "bind", 4));
     EXPECT_EQ(ReadFile(root.Path() + "/cfg/ludax"), "a player's file");
 }
 

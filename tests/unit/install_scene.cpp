@@ -17,8 +17,8 @@ InstallScene::InstallScene(const std::vector<PayloadFile>& files, const GameProf
     this->files = files;
     for (const PayloadFile& file : files)
         AppendRecord(packed, file.name, file.data);
-    payload = {packed.size(), packed.data()};
     packed.push_back('\0');  // like the embedded ones: a zero byte that belongs to no record
+    payload = {packed.size() - 1, packed.data()};
     profile.payload = &payload;
 }
 

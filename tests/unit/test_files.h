@@ -1,6 +1,7 @@
 #pragma once
 // Real folder trees for tests: a fresh temporary folder per test and whole-file helpers.
 
+#include <cstdint>
 #include <map>
 #include <string>
 
@@ -26,3 +27,25 @@ bool Exists(const std::string& path);
 
 // Every file and folder below `folder`: relative path -> file bytes, or "<folder>" for a folder.
 std::map<std::string, std::string> Snapshot(const std::string& folder);
+
+// Makes `link` a symbolic link to the folder or file `target`: natively with symlink(), under
+// Wine as a Unix link made by the Unix `ln`, since Wine cannot make one through Win32. False
+// when no link could be made.
+bool MakeLink(const std::string& target, const std::string& link);
+
+// Sets the file's size without writing its bytes (a sparse file where the file system allows).
+void ResizeFile(const std::string& path, std::uint64_t size);
+
+// Keeps a file open for writing with no sharing, so that nobody else can open it meanwhile
+// (Windows only; POSIX has no such lock).
+class LockedFile {
+public:
+    explicit LockedFile(const std::string& path);
+    ~LockedFile();
+    LockedFile(const LockedFile&) = delete;
+    LockedFile& operator=(const LockedFile&) = delete;
+    bool Locked() const { return handle != nullptr; }
+
+private:
+    void* handle = nullptr;
+};

@@ -1,0 +1,173 @@
+// The uninstall's archive walk over arbitrary bytes, from a real file: it must visit exactly
+// the records a plain reading of the layout finds (from offset 4, up to a record that does
+// not fit or one of eight zero bytes), hand over each record's bytes unchanged, and skip
+// names too long for any path unread. Every name it yields, and the input itself taken as a
+// name, goes through the name rules, which must agree with a separate reading of them.
+
+#include <unistd.h>
+
+#include <cctype>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "backup_archive.h"
+#include "path_guard.h"
+#include "system.h"
+
+namespace {
+
+void Require(bool condition)
+{
+    if (!condition)
+        std::abort();
+}
+
+std::int64_t Le32At(const std::string& bytes, std::size_t position)
+{
+    std::uint32_t value = 0;
+    for (int i = 3; i >= 0; --i)
+        value = value << 8 | static_cast<unsigned char>(bytes[position + i]);
+    return static_cast<std::int32_t>(value);
+}
+
+struct Seen {
+    std::string name;
+    bool tooLong;
+    std::string data;
+    bool operator==(const Seen& other) const
+    {
+        return name == other.name && tooLong == other.tooLong && data == other.data;
+    }
+};
+
+std::vector<Seen> PlainReading(const std::string& bytes)
+{
+    std::vector<Seen> records;
+    const std::uint64_t size = bytes.size();
+    std::uint64_t position = 4;
+    while (size > 4 && position < size && size - position >= 4) {
+        const std::int64_t nameLength = Le32At(bytes, position);
+        if (nameLength < 0 || size - position - 4 < static_cast<std::uint64_t>(nameLength) + 4)
+            break;
+        const std::int64_t dataLength = Le32At(bytes, position + 4 + nameLength);
+        if (dataLength < 0 || size - position - 8 - nameLength < static_cast<std::uint64_t>(dataLength))
+            break;
+        if (nameLength == 0 && dataLength == 0)
+            break;
+        const bool tooLong = static_cast<std::uint64_t>(nameLength) > sys::maxPathLength;
+        records.push_back({tooLong ? std::string() : bytes.substr(position + 4, nameLength), tooLong,
+                           bytes.substr(position + 8 + nameLength, dataLength)});
+        position += 8 + nameLength + dataLength;
+    }
+    return records;
+}
+
+bool IsDevice(std::string segment)
+{
+    segment = segment.substr(0, segment.find('.'));
+    while (!segment.empty() && segment.back() == ' ')
+        segment.pop_back();
+    for (char& c : segment)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    if (segment == "con" || segment == "prn" || segment == "aux" || segment == "nul" ||
+        segment == "conin$" || segment == "conout$")
+        return true;
+    if (segment.size() != 4 || (segment.compare(0, 3, "com") != 0 && segment.compare(0, 3, "lpt") != 0))
+        return false;
+    const unsigned char last = static_cast<unsigned char>(segment[3]);
+    return std::isdigit(last) || last == 0xB9 || last == 0xB2 || last == 0xB3;
+}
+
+// The name rules, read once more from their description.
+bool Acceptable(const std::string& name)
+{
+    if (name.empty() || name[0] == '/')
+        return false;
+    const std::string forbidden = "\\:*?<>|\"";
+    for (char c : name) {
+        const unsigned char byte = static_cast<unsigned char>(c);
+        if (byte < 0x20 || byte == 0x7F || forbidden.find(c) != std::string::npos)
+            return false;
+    }
+    std::size_t start = 0;
+    for (;;) {
+        std::size_t end = name.find('/', start);
+        const std::string segment = name.substr(start, end == std::string::npos ? std::string::npos : end - start);
+        if (!segment.empty() && (segment.back() == '.' || segment.back() == ' ' || IsDevice(segment)))
+            return false;
+        if (end == std::string::npos)
+            return true;
+        start = end + 1;
+    }
+}
+
+// Directly in the account folder: a backup file's name, in any case, or a possible short alias.
+bool NamesBackupFile(const std::string& name)
+{
+    std::string first = name.substr(0, name.find('/'));
+    for (char& c : first)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return first == "cs16ludax.bak" || first == "cs16ludax_1.bak" || first == "cssludax.bak" ||
+           first == "cssludax_1.bak" || first.find('~') != std::string::npos;
+}
+
+void CheckName(const std::string& name)
+{
+    const bool acceptable = Acceptable(name);
+    Require(IsRestorableName(name) == acceptable);
+    // A removal line follows the same rules below the account folder, backup files aside.
+    const std::string account = "C:/Steam/steamapps/player";
+    Require(IsRemovableBelow(account + "/" + name, account) == (acceptable && !NamesBackupFile(name)));
+    if (acceptable)  // and an accepted name never reaches above where it is put
+        Require(name.find("/../") == std::string::npos && name.compare(0, 3, "../") != 0 && name != "..");
+}
+
+std::string ScratchFile()
+{
+    char path[] = "/tmp/ludax-archive-fuzz-XXXXXX";
+    int file = mkstemp(path);
+    Require(file >= 0);
+    close(file);
+    return path;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static const std::string path = ScratchFile();
+    const std::string bytes(reinterpret_cast<const char*>(data), size);
+    std::FILE* file = std::fopen(path.c_str(), "wb");
+    Require(file && std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fclose(file) == 0);
+
+    std::vector<Seen> walked;
+    {
+        ArchiveReader reader(path);
+        Require(reader.Opened());
+        std::string name;
+        bool tooLong = false;
+        std::uint32_t length = 0;
+        while (reader.Next(name, tooLong, length)) {
+            Require(name.size() <= sys::maxPathLength);
+            std::string copied;
+            Require(reader.CopyData([&](const char* block, std::size_t count) {
+                copied.append(block, count);
+                return true;
+            }));
+            Require(copied.size() == length);
+            walked.push_back({name, tooLong, copied});
+        }
+        Require(!reader.Failed());
+    }
+    Require(walked == PlainReading(bytes));
+
+    for (const Seen& record : walked)
+        if (!record.tooLong)
+            CheckName(record.name);
+    CheckName(bytes.substr(0, 300));
+    return 0;
+}

@@ -1,0 +1,93 @@
+// A first install overwrites a player's file only once its backup record is in the archive.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
+#include "backup_archive.h"
+#include "folders.h"
+#include "install.h"
+#include "install_scene.h"
+
+namespace {
+
+using Tree = std::map<std::string, std::string>;
+
+const std::string header("\x01\0\0\0", 4);
+const std::uint64_t twoGiB = std::uint64_t{1} << 31;
+
+TEST(BackupRecord, AFileThatCannotBeRecordedWholeIsReportedAndNothingOfItWritten)
+{
+    TempFolder root;
+    const std::string archivePath = root.Path() + "/cs16ludax.bak";
+    const std::string big = root.Path() + "/de_big.bsp";
+    WriteFile(big, "");
+    ResizeFile(big, twoGiB);  // sparse: its length cannot be recorded
+    const std::string locked = root.Path() + "/locked.cfg";
+    WriteFile(locked, "in use");
+    {
+        OutputFile archive(archivePath);
+        ASSERT_TRUE(archive.Append(header));
+        EXPECT_FALSE(AppendBackupRecord(archive, "maps/de_big.bsp", big));
+#ifdef _WIN32
+        LockedFile lock(locked);
+        ASSERT_TRUE(lock.Locked());
+        EXPECT_FALSE(AppendBackupRecord(archive, "locked.cfg", locked));
+#endif
+        EXPECT_TRUE(archive.Close());
+    }
+    EXPECT_EQ(ReadFile(archivePath), header);
+    EXPECT_EQ(ReadFile(locked), "in use");
+}
+
+#ifndef _WIN32
+TEST(BackupFailureDeathTest, InstallStopsBeforeAFileItCouldNotBackUp)
+{
+    testing::FLAGS_gtest_death_test_style = "fast";
+    struct Case {
+        const char* what;
+        std::function<void(const std::string&)> make;  // puts the unreadable a.txt in place
+    };
+    const std::vector<Case> cases = {
+        {"a pipe", [](const std::string& path) { ASSERT_EQ(mkfifo(path.c_str(), 0644), 0); }},
+        {"a 2 GiB file",
+         [](const std::string& path) {
+             WriteFile(path, "");
+             ResizeFile(path, twoGiB);
+         }},
+    };
+    for (const Case& c : cases) {
+        InstallScene scene;  // records: cfg/ludax/binds.cfg, resource/background/x.tga, a.txt, cfg/config.cfg
+        WriteFile(scene.content + "cfg/ludax/binds.cfg", "player's binds");
+        WriteFile(scene.content + "cfg/config.cfg", "player's config");
+        const Tree before = Snapshot(scene.accountFolder);
+        c.make(scene.content + "a.txt");
+
+        EXPECT_EXIT(scene.Install(), testing::ExitedWithCode(255),
+                    testing::HasSubstr("[Hiba:] (style 0x00)\nCould not back up the file\n" +
+                                       scene.content + "a.txt\nNothing more was changed.\n"))
+            << c.what;
+
+        // Backed up, then overwritten: the file before it. Untouched: it and the ones after it.
+        const std::string& p = scene.content;
+        EXPECT_EQ(ReadFile(p + "cfg/ludax/binds.cfg"), testPayload[0].data) << c.what;
+        EXPECT_EQ(ReadFile(p + "resource/background/x.tga"), testPayload[1].data) << c.what;
+        EXPECT_EQ(ReadFile(p + "cfg/config.cfg"), "player's config") << c.what;
+        EXPECT_EQ(ReadFile(scene.archivePath), header + Record("cfg/ludax/binds.cfg", "player's binds"))
+            << c.what;
+        EXPECT_EQ(ReadFile(scene.removalListPath), p + "resource/background/x.tga\r\n" + p +
+                                                       "resource/background\r\n" + p + "resource\r\n")
+            << c.what;
+
+        // The next start finds the archive and offers the uninstall, which undoes it all.
+        RemovePath(p + "a.txt");
+        scene.account.hasCs16Backup = true;
+        scene.Uninstall();
+        EXPECT_EQ(Snapshot(scene.accountFolder), before) << c.what;
+    }
+}
+#endif
+
+}  // namespace

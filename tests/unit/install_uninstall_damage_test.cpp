@@ -1,0 +1,204 @@
+// The uninstall over backup files it cannot fully trust or fully act on: whatever it cannot
+// put back stays in the archive, and it says so.
+#include <gtest/gtest.h>
+
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
+#include "folders.h"
+#include "install.h"
+#include "install_scene.h"
+#include "system.h"
+
+namespace {
+
+using Tree = std::map<std::string, std::string>;
+using Events = std::vector<std::string>;
+
+const std::string header("\x01\0\0\0", 4);
+const Events uninstalled{"uninstall /cs16ludax.bak off",
+                         Box("Message", 0x40, "Counter Strike LUDAX config uninstalled!")};
+const Events keptBackup{
+    "uninstall /cs16ludax.bak on",
+    Box("Message", 0x40,
+        "Counter Strike LUDAX config uninstalled!\n"
+        "Some files could not be restored, so the backup was kept. Free some disk space and try again.")};
+
+TEST(UninstallKeepsTheArchive, WhenARecordCannotBeWrittenUntilARetryCan)
+{
+    struct Case {
+        const char* what;
+        std::function<void(InstallScene&)> block, unblock;
+    };
+    const std::vector<Case> cases = {
+        {"the target is now a folder",
+         [](InstallScene& s) {
+             RemovePath(s.content + "cfg/ludax/binds.cfg");
+             MakeFolders(s.content + "cfg/ludax/binds.cfg/inner");
+         },
+         [](InstallScene& s) {
+             RemovePath(s.content + "cfg/ludax/binds.cfg/inner");
+             RemovePath(s.content + "cfg/ludax/binds.cfg");
+         }},
+        {"a file stands where its folder belongs",
+         [](InstallScene& s) {
+             RemovePath(s.content + "cfg/ludax/binds.cfg");
+             RemovePath(s.content + "cfg/ludax");
+             WriteFile(s.content + "cfg/ludax", "a file of the player's");
+         },
+         [](InstallScene& s) { RemovePath(s.content + "cfg/ludax"); }},
+    };
+    for (const Case& c : cases) {
+        InstallScene scene;
+        WriteFile(scene.content + "a.txt", "player's a");
+        WriteFile(scene.content + "cfg/ludax/binds.cfg", "player's binds");
+        WriteFile(scene.content + "cfg/config.cfg", "player's config");
+        const Tree before = Snapshot(scene.accountFolder);
+        scene.Install();
+        const std::string archive = ReadFile(scene.archivePath);
+
+        c.block(scene);
+        scene.window.events.clear();
+        scene.Uninstall();  // must come back: no process end
+        EXPECT_EQ(scene.window.events, keptBackup) << c.what;
+        EXPECT_TRUE(scene.account.hasCs16Backup) << c.what;
+        EXPECT_EQ(ReadFile(scene.archivePath), archive) << c.what;
+        EXPECT_FALSE(Exists(scene.removalListPath)) << c.what;
+        // The others are back already.
+        EXPECT_EQ(ReadFile(scene.content + "a.txt"), "player's a") << c.what;
+        EXPECT_EQ(ReadFile(scene.content + "cfg/config.cfg"), "player's config") << c.what;
+
+        c.unblock(scene);
+        scene.window.events.clear();
+        scene.Uninstall();
+        EXPECT_EQ(scene.window.events, uninstalled) << c.what;
+        EXPECT_FALSE(scene.account.hasCs16Backup) << c.what;
+        EXPECT_EQ(Snapshot(scene.accountFolder), before) << c.what;
+    }
+}
+
+TEST(UninstallKeepsTheArchive, WhenItCannotBeOpened)
+{
+    InstallScene scene;
+    MakeFolders(scene.archivePath);  // a folder under the archive's name
+    scene.Uninstall();
+    EXPECT_EQ(scene.window.events, keptBackup);
+    EXPECT_TRUE(Exists(scene.archivePath));
+}
+
+#ifndef _WIN32
+TEST(UninstallKeepsTheRemovalList, WhenItCannotBeRead)
+{
+    InstallScene scene;
+    ASSERT_EQ(mkfifo(scene.removalListPath.c_str(), 0644), 0);  // there, but never readable
+    scene.Uninstall();
+    EXPECT_EQ(sys::LookUp(scene.removalListPath).kind, sys::EntryKind::file);
+    EXPECT_EQ(scene.window.events, uninstalled);  // nothing else was wrong
+}
+#endif
+
+TEST(UninstallPassesOver, RecordNamesWindowsWouldReadAsSomethingElse)
+{
+    InstallScene scene;
+    std::string archive = header;
+    for (const std::string& name :
+         {std::string("a\0b.cfg", 7), std::string("cfg/..\0", 7), std::string("COM1"),
+          std::string("aux.txt"), std::string("cfg/nul.cfg"), std::string("cfg/x."),
+          std::string("x "), std::string("a*b"), std::string("q?.cfg"), std::string("t\tab")})
+        archive += Record(name, "bytes for " + name);
+    archive += Record("ok.cfg", "restored");
+    WriteFile(scene.archivePath, archive);
+
+    scene.Uninstall();
+    EXPECT_EQ(Snapshot(scene.content), (Tree{{"ok.cfg", "restored"}}));
+    // Passed over in silence: they do not hold the archive back.
+    EXPECT_EQ(scene.window.events, uninstalled);
+    EXPECT_FALSE(Exists(scene.archivePath));
+}
+
+TEST(UninstallPassesOver, RemovalLinesNamingBackupFilesDevicesOrOverlongPaths)
+{
+    InstallScene scene;
+    const std::string& a = scene.accountFolder;
+    const std::string& c = scene.content;
+    WriteFile(scene.archivePath, header + Record("cfg/config.cfg", "player's config"));
+    WriteFile(a + "/cssludax.bak", header);
+    WriteFile(a + "/cssludax_1.bak", "");
+    WriteFile(c + "one.cfg", "1");
+    WriteFile(c + "two.cfg", "2");
+#ifndef _WIN32
+    // Windows cannot even hold these two: the one is a device, the other loses its dot.
+    WriteFile(c + "aux", "not a device here, but it would be under Windows");
+    WriteFile(c + "cfg.", "trailing dot");
+#endif
+    const std::string longName(300, 'l');
+    std::string list = c + "one.cfg\r\n";
+    for (const std::string& line :
+         {a + "/cs16ludax.bak", a + "/CSSLUDAX.BAK", a + "/cssludax_1.bak", a + "/cs16ludax_1.bak",
+          c + "aux", c + "cfg.", std::string(c + "two.cfg").insert(c.size(), 1, '\0'), c + longName,
+          c + "cfg/" + std::string(5000, 'x')})
+        list += line + "\r\n";
+    list += c + "two.cfg\r\n";
+    WriteFile(scene.removalListPath, list);
+
+    scene.Uninstall();
+    Tree expected{{"cfg", "<folder>"}, {"cfg/config.cfg", "player's config"}};
+#ifndef _WIN32
+    expected["aux"] = "not a device here, but it would be under Windows";
+    expected["cfg."] = "trailing dot";
+#endif
+    EXPECT_EQ(Snapshot(c), expected);
+    EXPECT_TRUE(Exists(a + "/cssludax.bak"));
+    EXPECT_TRUE(Exists(a + "/cssludax_1.bak"));
+    EXPECT_FALSE(Exists(scene.archivePath));  // restored, then deleted as usual
+    EXPECT_FALSE(Exists(scene.removalListPath));
+    EXPECT_EQ(scene.window.events, uninstalled);
+}
+
+TEST(UninstallReadsRecordByRecord, ASparseArchiveOfTensOfGigabytes)
+{
+#ifdef _WIN32
+    const std::uint64_t archiveSize = std::uint64_t{64} << 30;  // Wine refuses to make it 100 GiB
+#else
+    const std::uint64_t archiveSize = std::uint64_t{100} << 30;
+#endif
+    InstallScene scene;
+    // A record of 2 GiB - 1 whose name is passed over, then nothing but a hole to the end:
+    // neither the record nor the hole is ever held in memory.
+    std::string archive = header + Record("a.cfg", "A");
+    std::string big = Record("aux.cfg", "");
+    big.replace(big.size() - 4, 4, std::string("\xFF\xFF\xFF\x7F", 4));
+    WriteFile(scene.archivePath, archive + big);
+    ResizeFile(scene.archivePath, archiveSize);
+
+    scene.Uninstall();
+    EXPECT_EQ(Snapshot(scene.content), (Tree{{"a.cfg", "A"}}));
+    EXPECT_EQ(scene.window.events, uninstalled);
+    EXPECT_FALSE(Exists(scene.archivePath));
+}
+
+TEST(OnePathRule, AFileBeyondTheLongestPathIsNeitherOverwrittenNorRemoved)
+{
+    // Its folder is within the limit, the file itself is not: nothing can test it, so nothing
+    // may write or delete it.
+    InstallScene probe;
+    const std::size_t room = 262 - (probe.content.size() + 4);
+    ASSERT_LT(room, 250u) << "the temporary folder's path is too short for this test";
+    const std::string name = "cfg/" + std::string(room, 'n') + ".cfg";
+    InstallScene scene({{"a.txt", "LUDAX"}, {name, "payload"}});
+    ASSERT_GT((scene.content + name).size(), 259u);
+    ASSERT_LE((scene.content + "cfg").size(), 259u);
+    WriteFile(scene.content + name, "the player's file");
+    WriteFile(scene.content + "a.txt", "player's a");
+
+    scene.Install();
+    EXPECT_EQ(ReadFile(scene.content + name), "the player's file");
+    EXPECT_EQ(ReadFile(scene.content + "a.txt"), "LUDAX");
+    scene.Uninstall();
+    EXPECT_EQ(ReadFile(scene.content + name), "the player's file");
+    EXPECT_EQ(ReadFile(scene.content + "a.txt"), "player's a");
+    EXPECT_FALSE(Exists(scene.archivePath));
+}
+
+}  // namespace
