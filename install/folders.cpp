@@ -46,11 +46,15 @@ std::string FirstFolderNotMade(const std::string& path, std::vector<std::string>
 
 }  // namespace
 
-void CreateFolders(std::string path, std::vector<std::string>* created, KnownFolders* known)
+void CreateFolders(std::string path, std::vector<std::string>* created, KnownFolders* known,
+                   const std::function<void()>& beforeExit)
 {
     std::string failed = FirstFolderNotMade(path, created, known);
-    if (!failed.empty())
-        sys::ExitWithMessage(folderFailedText + failed, "Hiba:", sys::mbOk);
+    if (failed.empty())
+        return;
+    if (beforeExit)
+        beforeExit();
+    sys::ExitWithMessage(folderFailedText + failed, "Hiba:", sys::mbOk);
 }
 
 bool TryCreateFolders(const std::string& path, KnownFolders* known)

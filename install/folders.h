@@ -1,6 +1,7 @@
 #pragma once
 // The folder operations the install and the uninstall share. Paths use '/' only.
 
+#include <functional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -15,8 +16,9 @@ using KnownFolders = std::unordered_map<std::string, bool>;
 // When `created` is given, each folder is appended to it before it is made, outermost first.
 // Prefixes of up to 3 characters (a drive letter with its colon, the empty root) are not
 // tested, and neither is a prefix that `known` already holds. Ends the process with the
-// Hungarian message when a folder can neither be found nor made.
-void CreateFolders(std::string path, std::vector<std::string>* created, KnownFolders* known = nullptr);
+// Hungarian message when a folder can neither be found nor made, after `beforeExit` has run.
+void CreateFolders(std::string path, std::vector<std::string>* created, KnownFolders* known = nullptr,
+                   const std::function<void()>& beforeExit = {});
 
 // The same, for the uninstall, which must go on with its other files: false, with nothing
 // shown, when a folder can neither be found nor made.

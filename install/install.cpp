@@ -15,14 +15,21 @@ namespace {
 struct BackupFiles {
     OutputFile archive;
     OutputFile removalList;
+    // The removal list's lines of the files created so far. They name only what the install
+    // made, never a player's file, so they are gathered here and written in one piece when the
+    // install ends, whichever way it ends.
+    std::string createdFiles;
 };
 
-// The folders a first install created go to the end of the removal list, innermost first, so
-// that each folder is already empty when the uninstall reaches it.
-void ListCreatedFolders(BackupFiles& backups, const std::vector<std::string>& created)
+// Ends both backup files: the created files' lines, then the created folders innermost first,
+// so that each folder is already empty when the uninstall reaches it.
+void FinishBackupFiles(BackupFiles& backups, const std::vector<std::string>& created)
 {
     for (auto folder = created.rbegin(); folder != created.rend(); ++folder)
-        AppendRemovalLine(backups.removalList, *folder);
+        AppendRemovalLine(backups.createdFiles, *folder);
+    backups.removalList.Append(backups.createdFiles);
+    backups.archive.Close();
+    backups.removalList.Close();
 }
 
 // A player's file is overwritten only once its record is in the archive. When that fails,
@@ -31,9 +38,7 @@ void ListCreatedFolders(BackupFiles& backups, const std::vector<std::string>& cr
 [[noreturn]] void StopBeforeOverwriting(const std::string& target, BackupFiles& backups,
                                         const std::vector<std::string>& created)
 {
-    ListCreatedFolders(backups, created);
-    backups.archive.Close();
-    backups.removalList.Close();
+    FinishBackupFiles(backups, created);
     sys::ExitWithMessage("Could not back up the file\n" + target + "\nNothing more was changed.",
                          "Hiba:", sys::mbOk);
 }
@@ -58,7 +63,7 @@ void InstallConfig(const GameProfile& game, SteamAccount& account, InstallWindow
     std::unique_ptr<BackupFiles> backups;
     if (firstInstall) {
         backups.reset(new BackupFiles{OutputFile(accountFolder + game.archiveName),
-                                      OutputFile(accountFolder + game.removalListName)});
+                                      OutputFile(accountFolder + game.removalListName), {}});
         std::string header;
         AppendLittleEndian32(header, backupArchiveHeader);
         backups->archive.Append(header);
@@ -76,17 +81,20 @@ void InstallConfig(const GameProfile& game, SteamAccount& account, InstallWindow
                     !AppendBackupRecord(backups->archive, record.name, target))
                     StopBeforeOverwriting(target, *backups, created);
             } else {
-                AppendRemovalLine(backups->removalList, target);
+                AppendRemovalLine(backups->createdFiles, target);
             }
         }
-        CreateFolders(target, &created, &known);
+        // A folder that cannot be made ends the program; the backup files then list what was
+        // created up to there.
+        CreateFolders(target, &created, &known, [&] {
+            if (backups)
+                FinishBackupFiles(*backups, created);
+        });
         WriteWholeFile(target, record.data, record.size);
     });
 
     if (firstInstall) {
-        ListCreatedFolders(*backups, created);
-        backups->archive.Close();
-        backups->removalList.Close();
+        FinishBackupFiles(*backups, created);
         backups.reset();
     }
 

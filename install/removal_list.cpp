@@ -5,7 +5,7 @@
 
 #include "system.h"
 
-void AppendRemovalLine(OutputFile& list, const std::string& path) { list.Append(path + "\r\n"); }
+void AppendRemovalLine(std::string& lines, const std::string& path) { lines += path + "\r\n"; }
 
 bool RemovalLines::Feed(const char* bytes, std::size_t size)
 {

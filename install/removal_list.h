@@ -9,7 +9,8 @@
 
 #include "file_io.h"
 
-void AppendRemovalLine(OutputFile& list, const std::string& path);
+// Adds one line, the path and CR LF, to the list's bytes.
+void AppendRemovalLine(std::string& lines, const std::string& path);
 
 // Cuts a removal list into paths as its bytes arrive, holding one line at a time: each line
 // runs up to LF with every CR dropped, a last line without LF still counts, and the list ends

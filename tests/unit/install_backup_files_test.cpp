@@ -57,13 +57,10 @@ TEST(RemovalList, LinesEndAtLfLoseEveryCrAndStopAtTheFirstEmptyOne)
         EXPECT_EQ(lines, (Lines{"C:/a/b.cfg", "C:/a"})) << piece;
     }
 
-    TempFolder root;
-    {
-        OutputFile list(root.Path() + "/list");
-        AppendRemovalLine(list, "C:/Steam/steamapps/x/counter-strike/cstrike/a b.cfg");
-        AppendRemovalLine(list, "C:\\Steam/steamapps/x/counter-strike/cstrike");
-    }
-    EXPECT_EQ(ReadFile(root.Path() + "/list"),
+    std::string written;
+    AppendRemovalLine(written, "C:/Steam/steamapps/x/counter-strike/cstrike/a b.cfg");
+    AppendRemovalLine(written, "C:\\Steam/steamapps/x/counter-strike/cstrike");
+    EXPECT_EQ(written,
               "C:/Steam/steamapps/x/counter-strike/cstrike/a b.cfg\r\n"
               "C:\\Steam/steamapps/x/counter-strike/cstrike\r\n");
 }

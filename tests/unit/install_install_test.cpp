@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "install.h"
@@ -165,3 +166,33 @@ TEST(Install, TheSourceProfileUsesItsOwnFoldersFilesAndTexts)
 }
 
 }  // namespace
+
+#ifndef _WIN32
+// Under Windows the fatal path shows a message box; the end-to-end tests read that one.
+TEST(InstallDeathTest, AFolderThatCannotBeMadeLeavesBackupFilesThatUndoWhatWasDone)
+{
+    // Forked, so that the ended install worked in this test's own folder.
+    testing::FLAGS_gtest_death_test_style = "fast";
+    InstallScene scene;
+    const std::string& c = scene.content;
+    // A file where the second record needs the folder resource/background.
+    WriteFile(c + "resource", "the player's file");
+    const auto before = Snapshot(c);
+    EXPECT_EXIT(scene.Install(), testing::ExitedWithCode(255),
+                testing::HasSubstr("[Hiba:] (style 0x00)\nNem sikerült a könyvtár létrehozása!\nKilépek!\n" + c +
+                                   "resource/background\n"));
+
+    // The first record was written, and the removal list names it and the folders made for it.
+    EXPECT_EQ(ReadFile(c + "cfg/ludax/binds.cfg"), scene.files[0].data);
+    EXPECT_EQ(ReadFile(scene.archivePath), header);
+    EXPECT_EQ(ReadFile(scene.removalListPath), c + "cfg/ludax/binds.cfg\r\n" + c + "resource/background/x.tga\r\n" +
+                                                   c + "resource/background\r\n" + c + "cfg/ludax\r\n" + c + "cfg\r\n");
+
+    // The next start finds the archive and offers the uninstall, which puts the folder back.
+    scene.account.hasCs16Backup = true;
+    scene.Uninstall();
+    EXPECT_EQ(Snapshot(c), before);
+    EXPECT_FALSE(Exists(scene.archivePath));
+    EXPECT_FALSE(Exists(scene.removalListPath));
+}
+#endif
