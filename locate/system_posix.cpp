@@ -39,6 +39,23 @@ bool Unusable(const std::string& path)
 
 int Descriptor(FileHandle file) { return static_cast<int>(file.handle); }
 
+// Repeats `transfer` (read or write) until all `size` bytes have moved; false when a call
+// fails or moves nothing. An interrupted call is simply repeated.
+template <class Bytes, class Transfer>
+bool TransferAll(Bytes* bytes, std::size_t size, Transfer transfer)
+{
+    while (size > 0) {
+        ssize_t moved = transfer(bytes, std::min<std::size_t>(size, INT_MAX));
+        if (moved < 0 && errno == EINTR)
+            continue;
+        if (moved <= 0)
+            return false;
+        bytes += moved;
+        size -= static_cast<std::size_t>(moved);
+    }
+    return true;
+}
+
 }  // namespace
 
 RegistryRead ReadUserRegistryString(const std::string& key, const std::string& value,
@@ -144,30 +161,13 @@ bool OpenForWriting(const std::string& path, FileHandle& file)
 
 bool ReadExactly(FileHandle file, char* bytes, std::size_t size)
 {
-    while (size > 0) {
-        ssize_t got = read(Descriptor(file), bytes, std::min<std::size_t>(size, INT_MAX));
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got <= 0)
-            return false;
-        bytes += got;
-        size -= static_cast<std::size_t>(got);
-    }
-    return true;
+    return TransferAll(bytes, size, [&](char* at, std::size_t count) { return read(Descriptor(file), at, count); });
 }
 
 bool WriteExactly(FileHandle file, const char* bytes, std::size_t size)
 {
-    while (size > 0) {
-        ssize_t put = write(Descriptor(file), bytes, std::min<std::size_t>(size, INT_MAX));
-        if (put < 0 && errno == EINTR)
-            continue;
-        if (put <= 0)
-            return false;
-        bytes += put;
-        size -= static_cast<std::size_t>(put);
-    }
-    return true;
+    return TransferAll(bytes, size,
+                       [&](const char* at, std::size_t count) { return write(Descriptor(file), at, count); });
 }
 
 bool Skip(FileHandle file, std::uint64_t count)

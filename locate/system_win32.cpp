@@ -35,6 +35,21 @@ bool KeepIfDiskFile(HANDLE handle, FileHandle& file)
 // ReadFile and WriteFile take at most a DWORD; larger transfers go in slices.
 constexpr std::size_t sliceSize = 1u << 30;
 
+// Repeats `transfer` (ReadFile or WriteFile) in slices until all `size` bytes have moved;
+// false when a call fails or moves nothing.
+template <class Bytes, class Transfer>
+bool TransferAll(Bytes* bytes, std::size_t size, Transfer transfer)
+{
+    while (size > 0) {
+        DWORD moved = 0;
+        if (!transfer(bytes, static_cast<DWORD>(std::min(size, sliceSize)), &moved) || moved == 0)
+            return false;
+        bytes += moved;
+        size -= moved;
+    }
+    return true;
+}
+
 }  // namespace
 
 RegistryRead ReadUserRegistryString(const std::string& key, const std::string& value,
@@ -139,28 +154,16 @@ bool OpenForWriting(const std::string& path, FileHandle& file)
 
 bool ReadExactly(FileHandle file, char* bytes, std::size_t size)
 {
-    while (size > 0) {
-        DWORD got = 0;
-        if (!ReadFile(Native(file), bytes, static_cast<DWORD>(std::min(size, sliceSize)), &got, nullptr) ||
-            got == 0)
-            return false;
-        bytes += got;
-        size -= got;
-    }
-    return true;
+    return TransferAll(bytes, size, [&](char* at, DWORD count, DWORD* moved) {
+        return ReadFile(Native(file), at, count, moved, nullptr);
+    });
 }
 
 bool WriteExactly(FileHandle file, const char* bytes, std::size_t size)
 {
-    while (size > 0) {
-        DWORD put = 0;
-        if (!WriteFile(Native(file), bytes, static_cast<DWORD>(std::min(size, sliceSize)), &put, nullptr) ||
-            put == 0)
-            return false;
-        bytes += put;
-        size -= put;
-    }
-    return true;
+    return TransferAll(bytes, size, [&](const char* at, DWORD count, DWORD* moved) {
+        return WriteFile(Native(file), at, count, moved, nullptr);
+    });
 }
 
 bool Skip(FileHandle file, std::uint64_t count)

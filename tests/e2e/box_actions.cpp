@@ -34,6 +34,21 @@ void ExpectBox(const MessageBoxContent& box, const std::wstring& text, const std
     EXPECT_EQ(box.owner, owner);
 }
 
+void ReinstallAnsweringYes(RunningLudax& ludax, HWND install, const std::wstring& question,
+                           const std::wstring& installed)
+{
+    MessageBoxContent asked = ClickAndAnswer(ludax, install, IDYES);
+    ExpectBox(asked, question, L"Question", {IDYES, IDNO}, BoxIcon::question, ludax.window);
+    HWND box = WaitForMessageBox(ludax.process);
+    if (!box) {
+        ADD_FAILURE() << "no success message after Yes";
+        return;
+    }
+    ExpectBox(ReadMessageBox(box), installed, L"Message", {IDOK}, BoxIcon::information, ludax.window);
+    EXPECT_TRUE(PressButton(box, IDOK));
+    EXPECT_TRUE(WaitUntil([&] { return !IsWindow(box); })) << "the box stayed";
+}
+
 void CloseThroughCloseCorner(RunningLudax& ludax)
 {
     ClickClient(ludax.window, 345, 5);

@@ -18,5 +18,10 @@ MessageBoxContent ClickAndAnswer(RunningLudax& ludax, HWND button, int answer,
 void ExpectBox(const MessageBoxContent& box, const std::wstring& text, const std::wstring& caption,
                std::vector<int> buttons, BoxIcon icon, HWND owner);
 
+// Clicks an install button of a game already installed: expects the reinstall `question`,
+// answers Yes, then expects the `installed` message and presses OK.
+void ReinstallAnsweringYes(RunningLudax& ludax, HWND install, const std::wstring& question,
+                           const std::wstring& installed);
+
 // Clicks the logo's close box and expects the program to end with status 0.
 void CloseThroughCloseCorner(RunningLudax& ludax);

@@ -124,14 +124,7 @@ TEST_P(InstallUninstall, FirstInstallReinstallRestartAndUninstallLeaveThePlayers
         EXPECT_EQ(ReadFile(Content() + records.front()), "changed by the player");
 
         SCOPED_TRACE("reinstall question answered Yes");
-        question = ClickAndAnswer(ludax, controls.*game.install, IDYES);
-        ExpectBox(question, game.question, L"Question", {IDYES, IDNO}, BoxIcon::question, ludax.window);
-        HWND box = WaitForMessageBox(ludax.process);
-        ASSERT_NE(box, nullptr) << "no success message after Yes";
-        done = ReadMessageBox(box);
-        ExpectBox(done, game.installed, L"Message", {IDOK}, BoxIcon::information, ludax.window);
-        ASSERT_TRUE(PressButton(box, IDOK));
-        EXPECT_TRUE(WaitUntil([&] { return !IsWindow(box); }));
+        ReinstallAnsweringYes(ludax, controls.*game.install, game.question, game.installed);
         EXPECT_EQ(ReadFile(Content() + records.front()), PayloadBytes(game.payload, records.front()));
         EXPECT_EQ(ReadFile(archive), archiveAfterInstall) << "a reinstall rewrote the backup archive";
         EXPECT_EQ(ReadFile(removalList), listAfterInstall) << "a reinstall rewrote the removal list";

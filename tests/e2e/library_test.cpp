@@ -193,13 +193,7 @@ TEST_P(LibraryInstall, FirstInstallReinstallRestartAndUninstallInASharedGameFold
         EXPECT_EQ(Snapshot(Common(1 - game.library)), otherBefore) << "the other library changed";
 
         WriteFile(Content() + records.front(), "changed by the player");
-        MessageBoxContent question = ClickAndAnswer(ludax, controls.*game.install, IDYES);
-        ExpectBox(question, game.question, L"Question", {IDYES, IDNO}, BoxIcon::question, ludax.window);
-        HWND box = WaitForMessageBox(ludax.process);
-        ASSERT_NE(box, nullptr) << "no success message after Yes";
-        ExpectBox(ReadMessageBox(box), game.installed, L"Message", {IDOK}, BoxIcon::information, ludax.window);
-        ASSERT_TRUE(PressButton(box, IDOK));
-        EXPECT_TRUE(WaitUntil([&] { return !IsWindow(box); }));
+        ReinstallAnsweringYes(ludax, controls.*game.install, game.question, game.installed);
         EXPECT_EQ(ReadFile(Content() + records.front()), PayloadBytes(game.payload, records.front()));
         EXPECT_EQ(ReadFile(archive), expectedArchive) << "a reinstall rewrote the backup archive";
         EXPECT_EQ(ReadFile(removalList), expectedList) << "a reinstall rewrote the removal list";
