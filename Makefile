@@ -55,11 +55,11 @@ fuzz: deps
 bench: windows
 	bench/run
 
-# The stand-ins' generator, only on request: builds payload/generator on its own, reruns it into
+# The stand-ins' generator, only on request: builds tools/generator on its own, reruns it into
 # build/payload-art and fails unless every file it writes equals the committed one.
 ART := build/payload-art
 payload-art: deps
-	cmake -S payload/generator -B build/generator -DCMAKE_BUILD_TYPE=Release >/dev/null
+	cmake -S tools/generator -B build/generator -DCMAKE_BUILD_TYPE=Release >/dev/null
 	cmake --build build/generator -j $(JOBS)
 	rm -rf $(ART) && mkdir -p $(ART)
 	build/generator/ludax-payload-gen $(ART)

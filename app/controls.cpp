@@ -1,11 +1,12 @@
-// The main window's controls: the layout (the account chooser and the four buttons), their
-// stacking below the logo, the chooser's entries and the buttons' actions.
+// The main window's controls: the account chooser and the four buttons stacked below the logo,
+// the chooser's entries, and which buttons the chosen place enables.
 #include <cstdint>
 #include <cstdlib>
 
-#include "discovery.h"
-#include "game_profile.h"
+#include "button_states.h"
+#include "find_games.h"
 #include "ludax.h"
+#include "texts.h"
 
 namespace {
 
@@ -17,10 +18,6 @@ enum ControlId {
     cs16InstallId,
     cs16UninstallId,
 };
-
-// The size the layout was designed at; the window takes it until it is re-placed and centred.
-constexpr int designWidth = 1000;
-constexpr int designHeight = 636;
 
 // Entries the chooser's open list shows before it scrolls.
 constexpr int visibleEntries = 8;
@@ -35,11 +32,6 @@ HWND CreateControl(HWND parent, DWORD exStyle, const char* className, const char
     if (control != nullptr)
         SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), FALSE);
     return control;
-}
-
-HWND CreateButton(HWND parent, const char* label, int x, int width, int y, int height, int id)
-{
-    return CreateControl(parent, 0, "BUTTON", label, BS_PUSHBUTTON, x, width, y, height, id);
 }
 
 // The control's rectangle in its parent's client coordinates.
@@ -70,66 +62,57 @@ void SetClosedHeight(HWND chooser, int height)
     }
 }
 
-// The account chooser: a drop-down list with a sunken field, its closed height as designed.
-HWND CreateAccountSelect(HWND parent, int x, int width, int y, int height, int id)
+// The account chooser: a drop-down list with a sunken field, closed at `height`. Its window is
+// as tall as its open list, which gets room for a few entries.
+HWND CreateAccountSelect(HWND parent, int y, int width, int height)
 {
-    HWND chooser = CreateControl(parent, WS_EX_CLIENTEDGE, "COMBOBOX", "", CBS_DROPDOWNLIST | WS_VSCROLL,
-                                 x, width, y, height, id);
-    if (chooser != nullptr)
-        SetClosedHeight(chooser, height);
+    HWND chooser = CreateControl(parent, WS_EX_CLIENTEDGE, "COMBOBOX", "", CBS_DROPDOWNLIST | WS_VSCROLL, 0,
+                                 width, y, height, accountSelectId);
+    if (chooser == nullptr)
+        return nullptr;
+    SetClosedHeight(chooser, height);
+    const int entry = static_cast<int>(SendMessageA(chooser, CB_GETITEMHEIGHT, 0, 0));
+    SetWindowPos(chooser, nullptr, 0, y, width, ClosedHeight(chooser) + visibleEntries * entry + 2,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
     return chooser;
 }
 
-// Moves the control to (x, y) at `width`, keeping its height, and puts it after `previous` in
-// the tab order (nullptr: first); returns its new bottom. A drop-down list's window height is
-// that of its open list, so the chooser keeps its closed height and gets room for a few entries.
-int PlaceControl(HWND control, HWND previous, int x, int y, int width)
+HWND CreateButton(HWND parent, const char* label, int y, int width, int height, int id)
 {
-    RECT rect = RectInParent(control);
-    int height = rect.bottom - rect.top;
-    char className[16] = "";
-    GetClassNameA(control, className, sizeof className);
-    if (lstrcmpiA(className, "ComboBox") == 0) {
-        int entry = static_cast<int>(SendMessageA(control, CB_GETITEMHEIGHT, 0, 0));
-        height = ClosedHeight(control) + visibleEntries * entry + 2;
-    }
-    SetWindowPos(control, previous != nullptr ? previous : HWND_TOP, x, y, width, height, SWP_NOACTIVATE);
-    return RectInParent(control).bottom;
+    return CreateControl(parent, 0, "BUTTON", label, BS_PUSHBUTTON, 0, width, y, height, id);
 }
 
 }  // namespace
 
-// The layout's items, created in declaration order at their design positions; only their
-// heights survive, since StackControls re-places them. The window takes the design size.
-void Ludax::CreateLayout()
+// The chooser and the four buttons, full width below the logo and 2 pixels apart, in the order
+// of the screen (the tab order follows it): chooser, CS 1.6 install, CS 1.6 uninstall, CS:S
+// install, CS:S uninstall. A window without its controls is no use: the program ends, as when
+// the window itself cannot be made.
+void Ludax::CreateControls()
 {
+    const SIZE band = Band();
     const int height = Scaled(24);
-    accountSelect = CreateAccountSelect(window, Scaled(60), Scaled(300), Scaled(208), height, accountSelectId);
-    cssUninstall = CreateButton(window, "Counter Strike Source LuDAX config uninstall", Scaled(124), Scaled(216),
-                                Scaled(376), height, cssUninstallId);
-    cssInstall = CreateButton(window, "Counter Strike Source LuDAX config install", Scaled(132), Scaled(216),
-                              Scaled(284), height, cssInstallId);
-    cs16Install = CreateButton(window, "Counter Strike LuDAX config install", Scaled(124), Scaled(216),
-                               Scaled(328), height, cs16InstallId);
-    cs16Uninstall = CreateButton(window, "Counter Strike LuDAX config uninstall", Scaled(132), Scaled(216),
-                                 Scaled(252), height, cs16UninstallId);
+    const int gap = Scaled(2);
+    int top = band.cy + gap;
+    accountSelect = CreateAccountSelect(window, top, band.cx, height);
+    top = (accountSelect ? RectInParent(accountSelect).bottom : top + height) + gap;
+    const struct {
+        HWND LudaxLayout::*control;
+        const char* label;
+        int id;
+    } buttons[] = {
+        {&LudaxLayout::cs16Install, texts::cs16.installButton, cs16InstallId},
+        {&LudaxLayout::cs16Uninstall, texts::cs16.uninstallButton, cs16UninstallId},
+        {&LudaxLayout::cssInstall, texts::css.installButton, cssInstallId},
+        {&LudaxLayout::cssUninstall, texts::css.uninstallButton, cssUninstallId},
+    };
+    for (const auto& button : buttons) {
+        this->*button.control = CreateButton(window, button.label, top, band.cx, height, button.id);
+        top += height + gap;
+    }
     for (HWND control : {accountSelect, cssUninstall, cssInstall, cs16Install, cs16Uninstall})
         if (control == nullptr)
-            std::exit(-1);  // a window without its controls is no use; as for the window itself
-    SetWindowPos(window, nullptr, 0, 0, Scaled(designWidth), Scaled(designHeight), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-// Full width below the logo, 2 pixels apart, each keeping its height. The on-screen order is
-// not the layout's declaration order; the tab order follows the screen, top to bottom.
-void Ludax::StackControls()
-{
-    SIZE band = Band();
-    const int gap = Scaled(2);
-    int bottom = PlaceControl(accountSelect, nullptr, 0, band.cy + gap, band.cx);
-    bottom = PlaceControl(cs16Install, accountSelect, 0, bottom + gap, band.cx);
-    bottom = PlaceControl(cs16Uninstall, cs16Install, 0, bottom + gap, band.cx);
-    bottom = PlaceControl(cssInstall, cs16Uninstall, 0, bottom + gap, band.cx);
-    PlaceControl(cssUninstall, cssInstall, 0, bottom + gap, band.cx);
+            std::exit(-1);
 }
 
 // The window's client area becomes exactly the logo band's width by last button's bottom, centred on the
@@ -144,13 +127,16 @@ void Ludax::Centre()
                  SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-// The one place that fills the chooser: one entry per qualifying account, in the accounts' order.
+// The one place that fills the chooser: one entry per place that holds a game or a backup, in
+// the places' order. Without any, the program has nothing to offer and ends.
 void Ludax::FindGames()
 {
     accounts = ::FindGames(steamappsPath);
+    if (accounts.empty())
+        EndWithMessage(texts::nothingInstalled, texts::hibaColonCaption, MB_OK | MB_ICONERROR);
     connections.push_back({accountSelect, CBN_SELCHANGE, &Ludax::SelectAccount});
     for (const SteamAccount& account : accounts)
-        SendMessageA(accountSelect, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(account.name.c_str()));
+        SendMessageA(accountSelect, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(texts::ChooserLabel(account).c_str()));
     // Selecting by message does not notify, so the change action does not run here.
     SendMessageA(accountSelect, CB_SETCURSEL, 0, 0);
     if (accounts.size() == 1)
@@ -199,34 +185,4 @@ LRESULT Ludax::DefaultButton() const
         if (current == button && IsWindowEnabled(button))
             return MAKELRESULT(GetDlgCtrlID(button), DC_HASDEFID);
     return 0;
-}
-
-void Ludax::RunForSelectedAccount(Procedure procedure, const GameProfile& game)
-{
-    int index = static_cast<int>(SendMessageA(accountSelect, CB_GETCURSEL, 0, 0));
-    if (index < 0 || static_cast<std::size_t>(index) >= accounts.size())
-        return;
-    procedure(game, accounts[index], *this);
-}
-
-void Ludax::Cs16Install() { RunForSelectedAccount(InstallConfig, cs16Profile); }
-
-void Ludax::Cs16Uninstall() { RunForSelectedAccount(UninstallConfig, cs16Profile); }
-
-void Ludax::CssInstall() { RunForSelectedAccount(InstallConfig, cssProfile); }
-
-void Ludax::CssUninstall() { RunForSelectedAccount(UninstallConfig, cssProfile); }
-
-int Ludax::ShowMessage(const std::string& text, const std::string& caption, unsigned style)
-{
-    return MessageBoxA(window, text.c_str(), caption.c_str(), style);
-}
-
-void Ludax::EnableUninstall(const GameProfile& game, bool enabled)
-{
-    if (&game == &cs16Profile)
-        Enable(cs16Uninstall, enabled);
-    else if (&game == &cssProfile)
-        Enable(cssUninstall, enabled);
-    KeepFocusUsable();
 }

@@ -6,10 +6,9 @@
 
 #include "little_endian.h"
 #include "resources.h"
+#include "texts.h"
 
 namespace {
-
-const char versionLabel[] = LUDAX_VERSION_LABEL;
 
 // The packed logo (ludax-logo-pack): two little-endian 32-bit words, width and height,
 // followed by the zlib stream of the pixels.
@@ -97,6 +96,6 @@ void DrawLogoBand(HDC dc, const BgraImage& logo, SIZE size)
     HGDIOBJ oldFont = SelectObject(dc, GetStockObject(DEFAULT_GUI_FONT));
     SetTextColor(dc, versionOrange);
     SetBkMode(dc, TRANSPARENT);
-    TextOutA(dc, 0, 0, versionLabel, static_cast<int>(sizeof versionLabel - 1));
+    TextOutA(dc, 0, 0, texts::versionLabel, static_cast<int>(sizeof texts::versionLabel - 1));
     SelectObject(dc, oldFont);
 }

@@ -6,8 +6,9 @@
 
 #include <cstdlib>
 
-#include "discovery.h"
 #include "resources.h"
+#include "steam_path.h"
+#include "texts.h"
 
 namespace {
 
@@ -36,6 +37,12 @@ namespace __gnu_cxx {
 void __verbose_terminate_handler() { std::abort(); }
 }  // namespace __gnu_cxx
 
+void EndWithMessage(const std::string& text, const char* caption, UINT style)
+{
+    MessageBoxA(nullptr, text.c_str(), caption, style);
+    std::exit(-1);
+}
+
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
 {
     {
@@ -52,12 +59,16 @@ Ludax::Ludax()
         ReleaseDC(nullptr, screen);
     }
     CreateNativeWindow();
-    CreateLayout();
-    steamappsPath = ReadSteamappsPath();
+    const SteamPath steam = ReadSteamappsPath();
+    if (steam.read == sys::RegistryRead::keyMissing)
+        EndWithMessage(texts::registryFailed, texts::errorCaption, MB_OK);
+    if (steam.read == sys::RegistryRead::valueUnreadable)
+        EndWithMessage(texts::registryFailed, texts::hibaExclamationCaption, MB_OK);
+    steamappsPath = steam.steamappsPath;
     logo = LudaxImage::LudaxLogo();  // a private copy: the fade rewrites its alpha
     SetAlpha(logo, fadeLevel);       // invisible until the fade brings it in
-    SetWindowTextA(window, LUDAX_PRODUCT_NAME);
-    StackControls();
+    SetWindowTextA(window, texts::windowTitle);
+    CreateControls();
     FindGames();
     SelectAccount();
     Centre();

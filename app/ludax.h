@@ -6,12 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "install.h"
 #include "logo.h"
 #include "steam_account.h"
 
+struct GameActions;
+
 // The main window's controls, in the layout's declaration order (which is not the order on
-// the screen: the window re-places them).
+// the screen: the window stacks them chooser first).
 struct LudaxLayout {
     HWND accountSelect = nullptr;
     HWND cssUninstall = nullptr;
@@ -26,8 +27,9 @@ struct LudaxLayout {
 // which the native window holds in GWLP_USERDATA.
 //   ludax.cpp     the window: entry, creation, window procedure, painting, fade, hit-testing,
 //                 close box, keyboard focus
-//   controls.cpp  the controls: layout, stacking, the account chooser, the buttons' actions
-class Ludax final : public LudaxLayout, public InstallWindow {
+//   controls.cpp  the controls: creation, the account chooser, the buttons' states
+//   actions.cpp   the four buttons' actions: install and uninstall, their boxes and outcomes
+class Ludax final : public LudaxLayout {
 public:
     // Builds and opens the window; ends the process when the window cannot be made or when
     // Steam or a game cannot be found.
@@ -38,9 +40,6 @@ public:
 
     // Turns the message loop until the window is closed.
     void Run();
-
-    int ShowMessage(const std::string& text, const std::string& caption, unsigned style) override;
-    void EnableUninstall(const GameProfile& game, bool enabled) override;
 
 private:
     // A control notification and the member that answers it.
@@ -67,15 +66,18 @@ private:
     void KeepFocusUsable();
 
     // The controls (controls.cpp).
-    void CreateLayout();
-    void StackControls();
+    void CreateControls();
     void FindGames();
     void SelectAccount();
     void ConnectButtons();
     void Command(WPARAM wParam, LPARAM lParam);
     LRESULT DefaultButton() const;
-    using Procedure = void (*)(const GameProfile&, SteamAccount&, InstallWindow&);
-    void RunForSelectedAccount(Procedure procedure, const GameProfile& game);
+
+    // The actions (actions.cpp).
+    SteamAccount* SelectedAccount();
+    int ShowMessage(const std::string& text, const char* caption, UINT style);
+    void Install(const GameActions& game);
+    void Uninstall(const GameActions& game);
     void Cs16Install();
     void Cs16Uninstall();
     void CssInstall();
@@ -92,3 +94,7 @@ private:
     bool fadeUp = true;
     std::uint8_t fadeLevel = 0;
 };
+
+// Shows an ownerless message box, then ends the process with exit status -1: the program's one
+// way of stopping when it cannot go on.
+[[noreturn]] void EndWithMessage(const std::string& text, const char* caption, UINT style);

@@ -6,21 +6,14 @@
 #include "bench_games.h"
 #include "bench_process.h"
 #include "child_report.h"
-#include "discovery.h"
 #include "full_game_folder.h"
 #include "install.h"
-#include "system.h"
+#include "steam_layouts.h"
+#include "uninstall.h"
 
 namespace bench {
 
 namespace {
-
-// Answers every question with Yes and shows nothing, so the run never waits for a click.
-class SilentWindow final : public InstallWindow {
-public:
-    int ShowMessage(const std::string&, const std::string&, unsigned) override { return sys::idYes; }
-    void EnableUninstall(const GameProfile&, bool) override {}
-};
 
 int Usage()
 {
@@ -39,14 +32,15 @@ int RunOperation(const std::vector<std::string>& args)
     SteamAccount account = AccountFolderEntry(args[2], args[3]);
     // A first install, and an uninstall of an installed game: the window's own preconditions.
     account.*(game->profile->installedFlag) = !install;
-    SilentWindow window;
 
     auto start = std::chrono::steady_clock::now();
-    if (install)
-        InstallConfig(*game->profile, account, window);
-    else
-        UninstallConfig(*game->profile, account, window);
+    const bool done = install ? InstallConfig(*game->profile, account).result == InstallOutcome::Result::installed
+                              : !UninstallConfig(*game->profile, account).archiveKept;
     auto end = std::chrono::steady_clock::now();
+    if (!done) {
+        std::fprintf(stderr, "ludax_bench: the %s did not finish\n", args[0].c_str());
+        return 1;
+    }
 
     ChildReport report;
     report.ms = std::chrono::duration<double, std::milli>(end - start).count();

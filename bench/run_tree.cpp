@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "discovery.h"
+#include "steam_layouts.h"
 
 namespace bench {
 

@@ -13,10 +13,10 @@ constexpr std::uint64_t copyBlock = 1 << 20;
 
 bool AppendBackupRecord(OutputFile& archive, const std::string& name, const std::string& existingFile)
 {
-    sys::FileHandle in;
-    std::uint64_t size = 0;
-    if (!sys::OpenForReading(existingFile, in, size))
+    sys::File in = sys::File::OpenForReading(existingFile);
+    if (!in.IsOpen())
         return false;
+    const std::uint64_t size = in.Size();
     bool copied = size <= largestBackup;
     if (copied) {
         std::string head;
@@ -27,30 +27,28 @@ bool AppendBackupRecord(OutputFile& archive, const std::string& name, const std:
         std::vector<char> block(static_cast<std::size_t>(std::min(size, copyBlock)));
         for (std::uint64_t left = size; copied && left > 0;) {
             const std::size_t part = static_cast<std::size_t>(std::min<std::uint64_t>(left, block.size()));
-            copied = sys::ReadExactly(in, block.data(), part) && archive.Append(block.data(), part);
+            copied = in.Read(block.data(), part) && archive.Append(block.data(), part);
             left -= part;
         }
     }
-    sys::CloseFile(in);
     return copied;
 }
 
-ArchiveReader::ArchiveReader(const std::string& path)
+ArchiveReader::ArchiveReader(const std::string& path) : file(sys::File::OpenForReading(path))
 {
-    if (!sys::OpenForReading(path, file, size))
+    if (!file.IsOpen())
         return;
+    size = file.Size();
     // The header's four bytes are skipped unread; an archive no longer than them holds nothing.
     position = 4;
-    if (size > 4 && !sys::Skip(file, 4))
+    if (size > 4 && !file.Skip(4))
         failed = true;
 }
-
-ArchiveReader::~ArchiveReader() { sys::CloseFile(file); }
 
 bool ArchiveReader::ReadLength(std::uint32_t& value)
 {
     char bytes[4];
-    if (!sys::ReadExactly(file, bytes, sizeof bytes)) {
+    if (!file.Read(bytes, sizeof bytes)) {
         failed = true;
         return false;
     }
@@ -61,10 +59,10 @@ bool ArchiveReader::ReadLength(std::uint32_t& value)
 
 bool ArchiveReader::Next(std::string& name, bool& nameTooLong, std::uint32_t& dataSize)
 {
-    if (!file.open || failed)
+    if (!file.IsOpen() || failed)
         return false;
     if (unreadData > 0) {
-        if (!sys::Skip(file, unreadData)) {
+        if (!file.Skip(unreadData)) {
             failed = true;
             return false;
         }
@@ -79,7 +77,7 @@ bool ArchiveReader::Next(std::string& name, bool& nameTooLong, std::uint32_t& da
         return false;
     nameTooLong = nameSize > sys::maxPathLength;
     name.assign(nameTooLong ? 0 : nameSize, '\0');
-    const bool nameRead = nameTooLong ? sys::Skip(file, nameSize) : sys::ReadExactly(file, &name[0], nameSize);
+    const bool nameRead = nameTooLong ? file.Skip(nameSize) : file.Read(&name[0], nameSize);
     if (!nameRead) {
         failed = true;
         return false;
@@ -101,7 +99,7 @@ bool ArchiveReader::CopyData(const std::function<bool(const char* bytes, std::si
     std::vector<char> block(static_cast<std::size_t>(std::min(unreadData, copyBlock)));
     while (unreadData > 0) {
         const std::size_t part = static_cast<std::size_t>(std::min<std::uint64_t>(unreadData, block.size()));
-        if (!sys::ReadExactly(file, block.data(), part)) {
+        if (!file.Read(block.data(), part)) {
             failed = true;
             return false;
         }

@@ -6,10 +6,8 @@
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <vector>
 
-#include "container.h"
-#include "file_io.h"
+#include "output_file.h"
 #include "system.h"
 
 constexpr std::uint32_t backupArchiveHeader = 1;
@@ -24,25 +22,15 @@ constexpr std::uint64_t largestBackup = 0x7FFFFFFF;
 // which the reader passes over.
 bool AppendBackupRecord(OutputFile& archive, const std::string& name, const std::string& existingFile);
 
-// Calls `visit(record)` for each record of an archive held in memory. An archive of 4 bytes or
-// less holds none; a record that runs past the end stops the walk, keeping those before it.
-template <class Visit>
-void WalkBackupArchive(const std::vector<char>& archive, Visit visit)
-{
-    if (archive.size() > 4)
-        WalkRecords(archive, 4, visit);
-}
-
 // Reads an archive file one record at a time, in the walk's order and with its end rules, so
 // that memory follows the largest record copied, never the archive's size.
 class ArchiveReader {
 public:
     explicit ArchiveReader(const std::string& path);
-    ~ArchiveReader();
     ArchiveReader(const ArchiveReader&) = delete;
     ArchiveReader& operator=(const ArchiveReader&) = delete;
 
-    bool Opened() const { return file.open; }
+    bool Opened() const { return file.IsOpen(); }
 
     // Moves to the next record and reads its name and data length. A name longer than any path
     // the program can use is skipped unread and comes back empty with `nameTooLong` set. False
@@ -60,7 +48,7 @@ public:
 private:
     bool ReadLength(std::uint32_t& value);
 
-    sys::FileHandle file;
+    sys::File file;
     std::uint64_t size = 0;      // the file's size when opened
     std::uint64_t position = 0;  // where the next unread byte lies
     std::uint64_t unreadData = 0;  // data bytes of the current record not yet read

@@ -1,7 +1,6 @@
 #pragma once
 // The folder operations the install and the uninstall share. Paths use '/' only.
 
-#include <functional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -15,21 +14,12 @@ using KnownFolders = std::unordered_map<std::string, bool>;
 // Makes every missing folder on the way to the file `path` (the file's own name is never made).
 // When `created` is given, each folder is appended to it before it is made, outermost first.
 // Prefixes of up to 3 characters (a drive letter with its colon, the empty root) are not
-// tested, and neither is a prefix that `known` already holds. Ends the process with the
-// Hungarian message when a folder can neither be found nor made, after `beforeExit` has run.
-void CreateFolders(std::string path, std::vector<std::string>* created, KnownFolders* known = nullptr,
-                   const std::function<void()>& beforeExit = {});
-
-// The same, for the uninstall, which must go on with its other files: false, with nothing
-// shown, when a folder can neither be found nor made.
-bool TryCreateFolders(const std::string& path, KnownFolders* known);
-
-// True when `path` is `accountFolder` or lies below it and a symbolic link, junction or other
-// reparse point stands at the account folder, at `path` or anywhere between; also true when
-// `path` lies elsewhere. Entries missing on the way end the search.
-bool MeetsLink(const std::string& accountFolder, const std::string& path, KnownFolders* known);
+// tested, and neither is a prefix that `known` already holds. Returns the first folder that
+// can neither be found nor made, or an empty string when every folder is there.
+[[nodiscard]] std::string CreateFolders(const std::string& path, std::vector<std::string>* created,
+                                        KnownFolders* known = nullptr);
 
 // Deletes one file or one empty folder; a missing path, a folder that still holds something,
 // a file that cannot go and a link of any kind (which some systems would delete the target of)
 // are all left alone silently.
-void RemovePath(std::string path);
+void RemovePath(const std::string& path);

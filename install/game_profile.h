@@ -1,19 +1,14 @@
 #pragma once
-// The fixed data that makes one install procedure serve both games.
-
-#include <string>
+// The fixed data that makes one install and one uninstall procedure serve both games.
 
 #include "embedded.h"
 #include "steam_account.h"
 
 struct GameProfile {
-    std::string SteamAccount::*contentFolder;  // where the entry puts this game's files
-    const char* archiveName;      // backup archive, in the account folder
-    const char* removalListName;  // removal list, in the account folder
+    std::string SteamAccount::*contentFolder;  // where the place puts this game's files
+    const char* archiveName;      // backup archive, in the place's folder
+    const char* removalListName;  // removal list, in the place's folder
     bool SteamAccount::*installedFlag;
-    const char* reinstallQuestion;
-    const char* installedMessage;
-    const char* uninstalledMessage;
     const EmbeddedContainer* payload;
 };
 

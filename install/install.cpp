@@ -1,18 +1,28 @@
 #include "install.h"
 
-#include <memory>
+#include <optional>
+#include <vector>
 
 #include "backup_archive.h"
 #include "container.h"
-#include "file_io.h"
 #include "folders.h"
+#include "link_rule.h"
 #include "little_endian.h"
+#include "output_file.h"
 #include "removal_list.h"
 #include "system.h"
 
 namespace {
 
 struct BackupFiles {
+    BackupFiles(const std::string& archivePath, const std::string& removalListPath)
+        : archive(archivePath), removalList(removalListPath)
+    {
+        std::string header;
+        AppendLittleEndian32(header, backupArchiveHeader);
+        archive.Append(header);
+    }
+
     OutputFile archive;
     OutputFile removalList;
     // The removal list's lines of the files created so far. They name only what the install
@@ -28,79 +38,57 @@ void FinishBackupFiles(BackupFiles& backups, const std::vector<std::string>& cre
     for (auto folder = created.rbegin(); folder != created.rend(); ++folder)
         AppendRemovalLine(backups.createdFiles, *folder);
     backups.removalList.Append(backups.createdFiles);
-    backups.archive.Close();
-    backups.removalList.Close();
-}
-
-// A player's file is overwritten only once its record is in the archive. When that fails,
-// the install stops before the file: the backup files keep what reached them (the folders
-// made so far included), so the next start offers the uninstall, which undoes the rest.
-[[noreturn]] void StopBeforeOverwriting(const std::string& target, BackupFiles& backups,
-                                        const std::vector<std::string>& created)
-{
-    FinishBackupFiles(backups, created);
-    sys::ExitWithMessage("Could not back up the file\n" + target + "\nNothing more was changed.",
-                         "Hiba:", sys::mbOk);
+    // What failed to reach either file cannot be written anywhere else: the outcome stands.
+    static_cast<void>(backups.archive.Close());
+    static_cast<void>(backups.removalList.Close());
 }
 
 }  // namespace
 
-void InstallConfig(const GameProfile& game, SteamAccount& account, InstallWindow& window)
+InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place)
 {
-    bool& installed = account.*game.installedFlag;
-    if (installed &&
-        window.ShowMessage(game.reinstallQuestion, "Question", sys::mbYesNoQuestion) != sys::idYes)
-        return;
     // Only the first install keeps backups; a reinstall leaves them as the first one wrote them.
-    const bool firstInstall = !installed;
-
-    std::vector<char> container = LoadContainer(*game.payload);
-    const std::string& accountFolder = account.folder;
-    const std::string& contentFolder = account.*game.contentFolder;
+    const bool firstInstall = !(place.*game.installedFlag);
+    const std::string& placeFolder = place.folder;
+    const std::string& contentFolder = place.*game.contentFolder;
     std::vector<std::string> created;
     KnownFolders known;
+    std::optional<BackupFiles> backups;
+    if (firstInstall)
+        backups.emplace(placeFolder + game.archiveName, placeFolder + game.removalListName);
 
-    std::unique_ptr<BackupFiles> backups;
-    if (firstInstall) {
-        backups.reset(new BackupFiles{OutputFile(accountFolder + game.archiveName),
-                                      OutputFile(accountFolder + game.removalListName), {}});
-        std::string header;
-        AppendLittleEndian32(header, backupArchiveHeader);
-        backups->archive.Append(header);
-    }
-
-    WalkRecords(container, 0, [&](const ContainerRecord& record) {
-        std::string target = contentFolder + record.name;
-        if (firstInstall) {
+    InstallOutcome outcome;
+    WalkRecords(game.payload->start, game.payload->length, 0, [&](const ContainerRecord& record) {
+        const std::string target = contentFolder + record.name;
+        if (backups) {
             const sys::Entry existing = sys::LookUp(target);
             if (existing.kind != sys::EntryKind::none) {
-                // A link is never followed: its target may lie anywhere, and the uninstall
-                // would not write through it to put the file back.
+                // A player's file is overwritten only once its record is in the archive. A link
+                // is never followed: its target may lie anywhere, and the uninstall would not
+                // write through it to put the file back.
                 const std::string folder = target.substr(0, target.rfind('/'));
-                if (existing.link || MeetsLink(accountFolder, folder, &known) ||
-                    !AppendBackupRecord(backups->archive, record.name, target))
-                    StopBeforeOverwriting(target, *backups, created);
+                if (existing.link || MeetsLink(placeFolder, folder, &known) ||
+                    !AppendBackupRecord(backups->archive, record.name, target)) {
+                    outcome = {InstallOutcome::Result::backupFailed, target};
+                    return false;
+                }
             } else {
                 AppendRemovalLine(backups->createdFiles, target);
             }
         }
-        // A folder that cannot be made ends the program; the backup files then list what was
-        // created up to there.
-        CreateFolders(target, &created, &known, [&] {
-            if (backups)
-                FinishBackupFiles(*backups, created);
-        });
-        WriteWholeFile(target, record.data, record.size);
+        const std::string notMade = CreateFolders(target, &created, &known);
+        if (!notMade.empty()) {
+            outcome = {InstallOutcome::Result::folderFailed, notMade};
+            return false;
+        }
+        // A target that cannot be written is not reported: the install goes on.
+        static_cast<void>(WriteWholeFile(target, record.data, record.size));
+        return true;
     });
 
-    if (firstInstall) {
+    if (backups)
         FinishBackupFiles(*backups, created);
-        backups.reset();
-    }
-
-    installed = true;
-    window.EnableUninstall(game, true);
-    created = {};
-    container = {};
-    window.ShowMessage(game.installedMessage, "Message", sys::mbIconInformation);
+    if (outcome.result == InstallOutcome::Result::installed)
+        place.*game.installedFlag = true;
+    return outcome;
 }

@@ -1,24 +1,25 @@
 #pragma once
+// Writing one game's tournament files into a place, with the backups that let the uninstall
+// undo it.
 
 #include <string>
 
 #include "game_profile.h"
 #include "steam_account.h"
 
-// What the install and uninstall need from the main window.
-class InstallWindow {
-public:
-    // A message box owned by the main window; returns the button pressed.
-    virtual int ShowMessage(const std::string& text, const std::string& caption, unsigned style) = 0;
-    virtual void EnableUninstall(const GameProfile& game, bool enabled) = 0;
-
-protected:
-    ~InstallWindow() = default;
+struct InstallOutcome {
+    enum class Result {
+        installed,     // every file written
+        backupFailed,  // stopped before `path`, a player's file that could not be backed up
+        folderFailed,  // stopped at `path`, a folder that could neither be found nor made
+    };
+    Result result = Result::installed;
+    std::string path;
 };
 
-// Writes the game's payload into the account's content folder; a first install keeps the
-// overwritten files in the backup archive and lists what it creates in the removal list.
-void InstallConfig(const GameProfile& game, SteamAccount& account, InstallWindow& window);
-
-// Deletes what the first install created and puts the player's files back.
-void UninstallConfig(const GameProfile& game, SteamAccount& account, InstallWindow& window);
+// Writes the game's payload into the place's content folder. A first install (the place's
+// installed flag clear) keeps the files it overwrites in the backup archive and lists what it
+// creates in the removal list; a reinstall leaves both as the first install wrote them. A stop
+// leaves both backup files holding what was done up to there, so that the uninstall undoes it.
+// The installed flag is set once every file is written.
+InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <vector>
 
 #include "system.h"
 
@@ -42,28 +43,19 @@ void RemovalLines::EndLine()
     line.clear();
 }
 
-std::vector<std::string> ReadRemovalList(const std::string& bytes)
-{
-    std::vector<std::string> paths;
-    RemovalLines lines([&](const std::string& path) { paths.push_back(path); });
-    lines.Feed(bytes.data(), bytes.size());
-    lines.Finish();
-    return paths;
-}
-
 bool ReadRemovalListFile(const std::string& path, const RemovalLines::Visit& visit)
 {
-    sys::FileHandle file;
-    std::uint64_t size = 0;
-    if (!sys::OpenForReading(path, file, size))
+    sys::File file = sys::File::OpenForReading(path);
+    if (!file.IsOpen())
         return false;
+    std::uint64_t size = file.Size();
     RemovalLines lines(visit);
     // No more than the size it had when opened: a file that keeps growing still ends.
     std::vector<char> block(static_cast<std::size_t>(std::min<std::uint64_t>(size, 64 * 1024)));
     bool read = true;
     while (size > 0) {
         const std::size_t wanted = static_cast<std::size_t>(std::min<std::uint64_t>(size, block.size()));
-        if (!sys::ReadExactly(file, block.data(), wanted)) {
+        if (!file.Read(block.data(), wanted)) {
             read = false;
             break;
         }
@@ -73,6 +65,5 @@ bool ReadRemovalListFile(const std::string& path, const RemovalLines::Visit& vis
     }
     if (size == 0)
         lines.Finish();
-    sys::CloseFile(file);
     return read;
 }

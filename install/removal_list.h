@@ -5,9 +5,6 @@
 #include <cstddef>
 #include <functional>
 #include <string>
-#include <vector>
-
-#include "file_io.h"
 
 // Adds one line, the path and CR LF, to the list's bytes.
 void AppendRemovalLine(std::string& lines, const std::string& path);
@@ -33,9 +30,6 @@ private:
     bool overlong = false;
     bool ended = false;
 };
-
-// The paths of a removal list's bytes.
-std::vector<std::string> ReadRemovalList(const std::string& bytes);
 
 // Visits the paths of the removal list file at `path`, read in blocks; false when it could
 // not be read to its end (or to its first empty line).

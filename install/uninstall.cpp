@@ -1,22 +1,19 @@
+#include "uninstall.h"
+
 #include "backup_archive.h"
-#include "file_io.h"
 #include "folders.h"
-#include "install.h"
-#include "path_guard.h"
+#include "link_rule.h"
+#include "name_rules.h"
 #include "removal_list.h"
 #include "system.h"
 
 namespace {
 
-// Shown under the game's own message when the archive had to stay.
-const char notRestoredText[] =
-    "Some files could not be restored, so the backup was kept. Free some disk space and try again.";
-
 // Deletes what the first install created, innermost folders after their files. Nothing is
 // deleted through a link, and a line the install could not have written is passed over.
 void RemoveCreated(const std::string& accountFolder, const std::string& listPath)
 {
-    if (sys::FindEntry(listPath) != sys::EntryKind::file || MeetsLink(accountFolder, listPath, nullptr))
+    if (sys::LookUp(listPath).kind != sys::EntryKind::file || MeetsLink(accountFolder, listPath, nullptr))
         return;
     KnownFolders known;
     const bool read = ReadRemovalListFile(listPath, [&](const std::string& path) {
@@ -29,19 +26,19 @@ void RemoveCreated(const std::string& accountFolder, const std::string& listPath
     });
     // A list that could not be read whole stays for the next try.
     if (read)
-        sys::RemoveFile(listPath);
+        static_cast<void>(sys::RemoveFile(listPath));  // one left behind is read again, harmlessly
 }
 
 // Writes one record's data to its target; true when every byte went in and the file closed
 // without an error.
 bool RestoreRecord(ArchiveReader& archive, const std::string& target)
 {
-    sys::FileHandle out;
-    if (!sys::OpenForWriting(target, out))
+    sys::File out = sys::File::Create(target);
+    if (!out.IsOpen())
         return false;
-    bool written = archive.CopyData(
-        [&](const char* bytes, std::size_t size) { return sys::WriteExactly(out, bytes, size); });
-    return sys::CloseFile(out) && written;
+    const bool written =
+        archive.CopyData([&](const char* bytes, std::size_t size) { return out.Write(bytes, size); });
+    return out.Close() && written;
 }
 
 // Puts back the player's files the archive holds. True when the archive may go: it could be
@@ -68,7 +65,7 @@ bool RestoreArchive(const std::string& accountFolder, const std::string& archive
         if (nameTooLong || !IsRestorableName(name) || target.size() > sys::maxPathLength)
             continue;
         const bool restored = !MeetsLink(accountFolder, target, &known) &&
-                              TryCreateFolders(target, &known) && RestoreRecord(archive, target);
+                              CreateFolders(target, nullptr, &known).empty() && RestoreRecord(archive, target);
         allRestored = allRestored && restored;
     }
     return allRestored && !archive.Failed();
@@ -76,22 +73,17 @@ bool RestoreArchive(const std::string& accountFolder, const std::string& archive
 
 }  // namespace
 
-void UninstallConfig(const GameProfile& game, SteamAccount& account, InstallWindow& window)
+UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place)
 {
-    const std::string& accountFolder = account.folder;
-    RemoveCreated(accountFolder, accountFolder + game.removalListName);
+    const std::string& placeFolder = place.folder;
+    RemoveCreated(placeFolder, placeFolder + game.removalListName);
 
-    const std::string archivePath = accountFolder + game.archiveName;
-    if (RestoreArchive(accountFolder, archivePath, account.*game.contentFolder)) {
-        sys::RemoveFile(archivePath);
-        window.EnableUninstall(game, false);
-        account.*game.installedFlag = false;
-        window.ShowMessage(game.uninstalledMessage, "Message", sys::mbIconInformation);
-        return;
-    }
-    // Some of the player's bytes are only in the archive: it stays, and so does the way back.
-    window.EnableUninstall(game, true);
-    account.*game.installedFlag = true;
-    window.ShowMessage(std::string(game.uninstalledMessage) + "\n" + notRestoredText, "Message",
-                       sys::mbIconInformation);
+    const std::string archivePath = placeFolder + game.archiveName;
+    UninstallOutcome outcome;
+    // Some of the player's bytes may be only in the archive: then it stays, and so does the way back.
+    outcome.archiveKept = !RestoreArchive(placeFolder, archivePath, place.*game.contentFolder);
+    if (!outcome.archiveKept)
+        static_cast<void>(sys::RemoveFile(archivePath));
+    place.*game.installedFlag = outcome.archiveKept;
+    return outcome;
 }

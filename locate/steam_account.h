@@ -5,7 +5,8 @@
 // One place that holds a game folder or a backup archive: an account folder below steamapps
 // (Steam before shared game folders), or the shared game folder of a Steam library.
 struct SteamAccount {
-    std::string name;         // what the chooser shows: the folder's bare name, or the library
+    std::string name;         // the account folder's bare name, or the library's path as Steam wrote it
+    bool library = false;     // a Steam library's shared game folder, not an account folder
     std::string folder;       // holds the backup archive and the removal list; no trailing '/'
     std::string cs16Content;  // where the Counter-Strike 1.6 files go; ends with '/'
     std::string cssContent;   // where the Counter-Strike: Source files go; ends with '/'

@@ -13,7 +13,3 @@ extern const char ludaxCssContainerStart[];
 const EmbeddedContainer cs16Payload = {static_cast<std::size_t>(ludaxCs16ContainerLength), ludaxCs16ContainerStart};
 const EmbeddedContainer cssPayload = {static_cast<std::size_t>(ludaxCssContainerLength), ludaxCssContainerStart};
 
-std::vector<char> LoadContainer(const EmbeddedContainer& container)
-{
-    return std::vector<char>(container.start, container.start + container.length);
-}

@@ -1,8 +1,7 @@
 #pragma once
-// The two game payloads compiled into the program.
+// The two game payloads compiled into the program, read where they lie.
 
 #include <cstddef>
-#include <vector>
 
 struct EmbeddedContainer {
     std::size_t length;
@@ -11,6 +10,3 @@ struct EmbeddedContainer {
 
 extern const EmbeddedContainer cs16Payload;
 extern const EmbeddedContainer cssPayload;
-
-// One heap buffer of exactly the container's length.
-std::vector<char> LoadContainer(const EmbeddedContainer& container);

@@ -1,6 +1,6 @@
 #pragma once
 // The logo artwork as the window should show it once the fade is over, read from the copy of
-// app/logo/ludax_logo.ppm that the build puts beside this program.
+// app/ludax_logo.ppm that the build puts beside this program.
 
 #include "screen_capture.h"
 

@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "backup_archive.h"
-#include "path_guard.h"
+#include "name_rules.h"
 #include "system.h"
 
 namespace {

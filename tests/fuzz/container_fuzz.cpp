@@ -53,7 +53,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const char* begin = buffer.data();
     std::size_t position = 0;
     std::size_t records = 0;
-    WalkRecords(buffer, 0, [&](const ContainerRecord& record) {
+    WalkRecords(buffer.data(), buffer.size(), 0, [&](const ContainerRecord& record) {
         Require(position + 8 <= buffer.size());
         Require(Le32At(buffer, position) == static_cast<std::int64_t>(record.name.size()));
         Require(record.name.compare(0, record.name.size(), begin + position + 4, record.name.size()) == 0);
@@ -64,14 +64,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Require(record.next > position && record.next <= buffer.size());
         position = record.next;
         ++records;
+        return true;
     });
     Require(records == WholeRecords(buffer));
 
     // Reading at and past the end is refused, never read.
     ContainerRecord record;
     for (std::size_t back = 0; back <= 8 && back <= size; ++back)
-        if (ReadRecord(buffer, size - back, record))
+        if (ReadRecord(buffer.data(), buffer.size(), size - back, record))
             Require(record.next <= buffer.size());
-    Require(!ReadRecord(buffer, size + 1, record));
+    Require(!ReadRecord(buffer.data(), buffer.size(), size + 1, record));
     return 0;
 }

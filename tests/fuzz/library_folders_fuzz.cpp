@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "library_folders.h"
+#include "libraryfolders_vdf.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

@@ -13,6 +13,19 @@
 #include "removal_list.h"
 #include "system.h"
 
+namespace {
+
+std::vector<std::string> ReadRemovalList(const std::string& bytes)
+{
+    std::vector<std::string> paths;
+    RemovalLines lines([&](const std::string& path) { paths.push_back(path); });
+    lines.Feed(bytes.data(), bytes.size());
+    lines.Finish();
+    return paths;
+}
+
+}  // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const std::string bytes(reinterpret_cast<const char*>(data), size);

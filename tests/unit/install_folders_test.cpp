@@ -1,14 +1,11 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "file_io.h"
 #include "folders.h"
+#include "output_file.h"
 #include "system.h"
 #include "test_files.h"
 
 namespace {
-
-const std::string folderFailedText = "Nem sikerült a könyvtár létrehozása!\nKilépek!\n";
 
 TEST(CreateFolders, CreatesAndListsOnlyTheMissingFoldersOutermostFirst)
 {
@@ -17,23 +14,23 @@ TEST(CreateFolders, CreatesAndListsOnlyTheMissingFoldersOutermostFirst)
     MakeFolders(content + "cfg");
 
     std::vector<std::string> created{"from an earlier record"};
-    CreateFolders(content + "cfg/ludax/binds.cfg", &created);
+    EXPECT_EQ(CreateFolders(content + "cfg/ludax/binds.cfg", &created), "");
     EXPECT_EQ(created, (std::vector<std::string>{"from an earlier record", content + "cfg/ludax"}));
     EXPECT_EQ(Snapshot(content), (std::map<std::string, std::string>{
                                      {"cfg", "<folder>"}, {"cfg/ludax", "<folder>"}}));
 
     // Everything there already: nothing made, nothing listed.
-    CreateFolders(content + "cfg/ludax/other.cfg", &created);
+    EXPECT_EQ(CreateFolders(content + "cfg/ludax/other.cfg", &created), "");
     EXPECT_EQ(created.size(), 2u);
 
-    CreateFolders(content + "resource/background/deep/x.tga", &created);
+    EXPECT_EQ(CreateFolders(content + "resource/background/deep/x.tga", &created), "");
     EXPECT_EQ(created, (std::vector<std::string>{"from an earlier record", content + "cfg/ludax",
                                                  content + "resource", content + "resource/background",
                                                  content + "resource/background/deep"}));
 
     // Without a list the folders are made all the same.
-    CreateFolders(content + "maps/sub/de_x.bsp", nullptr);
-    EXPECT_EQ(sys::FindEntry(content + "maps/sub"), sys::EntryKind::folder);
+    EXPECT_EQ(CreateFolders(content + "maps/sub/de_x.bsp", nullptr), "");
+    EXPECT_EQ(sys::LookUp(content + "maps/sub").kind, sys::EntryKind::folder);
     EXPECT_FALSE(Exists(content + "maps/sub/de_x.bsp"));
 }
 
@@ -44,37 +41,40 @@ TEST(CreateFolders, AFolderFoundOrMadeInTheSameRunIsNotTestedAgain)
     MakeFolders(content + "cfg");
     KnownFolders known;
     std::vector<std::string> created;
-    CreateFolders(content + "cfg/ludax/binds.cfg", &created, &known);
-    CreateFolders(content + "resource/background/x.tga", &created, &known);
+    EXPECT_EQ(CreateFolders(content + "cfg/ludax/binds.cfg", &created, &known), "");
+    EXPECT_EQ(CreateFolders(content + "resource/background/x.tga", &created, &known), "");
     EXPECT_EQ(created, (std::vector<std::string>{content + "cfg/ludax", content + "resource",
                                                  content + "resource/background"}));
 
     // Taken away behind the run's back, a found and a made folder are still taken as there...
     RemovePath(content + "cfg/ludax");
     RemovePath(content + "resource/background");
-    CreateFolders(content + "cfg/ludax/other.cfg", &created, &known);
-    CreateFolders(content + "resource/background/y.tga", &created, &known);
+    EXPECT_EQ(CreateFolders(content + "cfg/ludax/other.cfg", &created, &known), "");
+    EXPECT_EQ(CreateFolders(content + "resource/background/y.tga", &created, &known), "");
     EXPECT_EQ(created.size(), 3u);
     EXPECT_FALSE(Exists(content + "cfg/ludax"));
     // ...while a new run tests them afresh and makes them again, in the same order.
     KnownFolders fresh;
     created.clear();
-    CreateFolders(content + "resource/background/y.tga", &created, &fresh);
-    CreateFolders(content + "cfg/ludax/other.cfg", &created, &fresh);
+    EXPECT_EQ(CreateFolders(content + "resource/background/y.tga", &created, &fresh), "");
+    EXPECT_EQ(CreateFolders(content + "cfg/ludax/other.cfg", &created, &fresh), "");
     EXPECT_EQ(created, (std::vector<std::string>{content + "resource/background", content + "cfg/ludax"}));
     EXPECT_TRUE(Exists(content + "cfg/ludax"));
 }
 
-TEST(CreateFolders, TheUninstallsFormGoesOnWhereAFolderCannotBeMade)
+TEST(CreateFolders, ReturnsTheFirstFolderItCannotMake)
 {
     TempFolder root;
     WriteFile(root.Path() + "/cfg", "a file where the folder belongs");
-    EXPECT_TRUE(TryCreateFolders(root.Path() + "/new/deep/x.cfg", nullptr));
+    EXPECT_EQ(CreateFolders(root.Path() + "/new/deep/x.cfg", nullptr), "");
     EXPECT_TRUE(Exists(root.Path() + "/new/deep"));
-    // The file counts as there, as in CreateFolders; below it nothing can be made.
-    EXPECT_TRUE(TryCreateFolders(root.Path() + "/cfg/x.cfg", nullptr));
-    EXPECT_FALSE(TryCreateFolders(root.Path() + "/cfg/sub/x.cfg", nullptr));
-    EXPECT_FALSE(TryCreateFolders(root.Path() + "/" + std::string(300, 'x') + "/x.cfg", nullptr));
+    // The file counts as there; below it nothing can be made.
+    EXPECT_EQ(CreateFolders(root.Path() + "/cfg/x.cfg", nullptr), "");
+    std::vector<std::string> created;
+    EXPECT_EQ(CreateFolders(root.Path() + "/cfg/sub/x.cfg", &created), root.Path() + "/cfg/sub");
+    EXPECT_EQ(created, std::vector<std::string>{root.Path() + "/cfg/sub"});  // listed before the attempt
+    const std::string tooLong = root.Path() + "/" + std::string(300, 'x');
+    EXPECT_EQ(CreateFolders(tooLong + "/x.cfg", nullptr), tooLong);
 }
 
 TEST(CreateFolders, PassesOverTheRootOrDrivePrefix)
@@ -88,9 +88,9 @@ TEST(CreateFolders, PassesOverTheRootOrDrivePrefix)
     ASSERT_EQ(root.Path().substr(0, 1), "/");
 #endif
     std::vector<std::string> created;
-    CreateFolders(root.Path() + "/new/file.txt", &created);
+    EXPECT_EQ(CreateFolders(root.Path() + "/new/file.txt", &created), "");
     EXPECT_EQ(created, std::vector<std::string>{root.Path() + "/new"});
-    EXPECT_EQ(sys::FindEntry(root.Path() + "/new"), sys::EntryKind::folder);
+    EXPECT_EQ(sys::LookUp(root.Path() + "/new").kind, sys::EntryKind::folder);
 }
 
 TEST(CreateFolders, AFileWhereTheLastFolderBelongsIsTakenAsThere)
@@ -98,7 +98,7 @@ TEST(CreateFolders, AFileWhereTheLastFolderBelongsIsTakenAsThere)
     TempFolder root;
     WriteFile(root.Path() + "/cfg/ludax", "a player's file");
     std::vector<std::string> created;
-    CreateFolders(root.Path() + "/cfg/ludax/binds.cfg", &created);
+    EXPECT_EQ(CreateFolders(root.Path() + "/cfg/ludax/binds.cfg", &created), "");
     EXPECT_TRUE(created.empty());
     // The target's write then fails without a word, and the file stays as it was.
     EXPECT_FALSE(WriteWholeFile(root.Path() + "/cfg/ludax/binds.cfg", "bind", 4));
@@ -121,20 +121,5 @@ TEST(RemovePath, DeletesOneFileOrOneEmptyFolderAndIgnoresTheRest)
     EXPECT_EQ(Snapshot(root.Path()), (std::map<std::string, std::string>{
                                          {"full", "<folder>"}, {"full/kept.cfg", "kept"}}));
 }
-
-#ifndef _WIN32
-// Under Windows the fatal path shows a message box; the end-to-end tests read that one.
-TEST(CreateFoldersDeathTest, AFolderThatCannotBeMadeEndsTheProcessNamingIt)
-{
-    testing::FLAGS_gtest_death_test_style = "threadsafe";
-    // Neither path needs anything made first: a name longer than the file system allows, and
-    // a folder below a device file.
-    const std::string tooLong = "/" + std::string(300, 'x');
-    EXPECT_EXIT(CreateFolders(tooLong + "/cfg/binds.cfg", nullptr), testing::ExitedWithCode(255),
-                testing::HasSubstr("[Hiba:] (style 0x00)\n" + folderFailedText + tooLong + "\n"));
-    EXPECT_EXIT(CreateFolders("/dev/null/cfg/binds.cfg", nullptr), testing::ExitedWithCode(255),
-                testing::HasSubstr("[Hiba:] (style 0x00)\n" + folderFailedText + "/dev/null/cfg\n"));
-}
-#endif
 
 }  // namespace

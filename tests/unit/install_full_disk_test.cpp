@@ -1,9 +1,7 @@
 // A disk that fills up during a first install or an uninstall (natively: see SmallDisk).
 #ifndef _WIN32
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "install.h"
 #include "install_scene.h"
 #include "test_files_small_disk.h"
 
@@ -32,33 +30,22 @@ TEST(FullDisk, UninstallKeepsTheArchiveUntilTheMapFitsWhole)
     WriteFile(account.cs16Content + "maps/de_ludax.bsp", map);
     WriteFile(account.cs16Content + "a.txt", "player's a");
     const Tree before = Snapshot(account.folder);
-    InstallConfig(scene.profile, account, scene.window);
+    ASSERT_EQ(InstallConfig(scene.profile, account).result, InstallOutcome::Result::installed);
     ASSERT_EQ(ReadFile(account.cs16Content + "maps/de_ludax.bsp"), "the tournament's map");
 
     disk.LeaveRoom(2 << 20);
-    scene.window.events.clear();
-    UninstallConfig(scene.profile, account, scene.window);
-    EXPECT_EQ(scene.window.events,
-              (std::vector<std::string>{
-                  "uninstall /cs16ludax.bak on",
-                  Box("Message", 0x40,
-                      "Counter Strike LUDAX config uninstalled!\nSome files could not be restored, so "
-                      "the backup was kept. Free some disk space and try again.")}))
-        << disk.How();
+    EXPECT_TRUE(UninstallConfig(scene.profile, account).archiveKept) << disk.How();
     EXPECT_TRUE(account.hasCs16Backup);
     EXPECT_TRUE(Exists(account.folder + "/cs16ludax.bak"));
 
     disk.FreeRoom();
-    scene.window.events.clear();
-    UninstallConfig(scene.profile, account, scene.window);
-    EXPECT_EQ(scene.window.events.front(), "uninstall /cs16ludax.bak off") << disk.How();
+    EXPECT_FALSE(UninstallConfig(scene.profile, account).archiveKept) << disk.How();
     EXPECT_FALSE(account.hasCs16Backup);
     EXPECT_EQ(Snapshot(account.folder), before) << disk.How();
 }
 
-TEST(FullDiskDeathTest, AFirstInstallStopsWhenTheArchiveIsFullAndLosesNothing)
+TEST(FullDisk, AFirstInstallStopsWhenTheArchiveIsFullAndLosesNothing)
 {
-    testing::FLAGS_gtest_death_test_style = "fast";
     SmallDisk disk;
     const std::vector<PayloadFile> payload = {
         {"cfg/one.cfg", "1"}, {"cfg/two.cfg", "2"}, {"maps/de_big.bsp", "map"}, {"cfg/three.cfg", "3"}};
@@ -72,11 +59,10 @@ TEST(FullDiskDeathTest, AFirstInstallStopsWhenTheArchiveIsFullAndLosesNothing)
     const Tree before = Snapshot(account.folder);
 
     disk.LeaveRoom(512 << 10);
-    EXPECT_EXIT(InstallConfig(scene.profile, account, scene.window), testing::ExitedWithCode(255),
-                testing::HasSubstr("[Hiba:] (style 0x00)\nCould not back up the file\n" + c +
-                                   "maps/de_big.bsp\nNothing more was changed.\n"))
-        << disk.How();
+    const InstallOutcome outcome = InstallConfig(scene.profile, account);
     disk.FreeRoom();
+    EXPECT_EQ(outcome.result, InstallOutcome::Result::backupFailed) << disk.How();
+    EXPECT_EQ(outcome.path, c + "maps/de_big.bsp") << disk.How();
 
     EXPECT_EQ(ReadFile(c + "cfg/one.cfg"), "1");
     EXPECT_EQ(ReadFile(c + "cfg/two.cfg"), "2");
@@ -87,7 +73,7 @@ TEST(FullDiskDeathTest, AFirstInstallStopsWhenTheArchiveIsFullAndLosesNothing)
     EXPECT_EQ(archive.substr(0, whole.size()), whole) << disk.How();
 
     account.hasCs16Backup = true;  // as the next start finds it
-    UninstallConfig(scene.profile, account, scene.window);
+    EXPECT_FALSE(UninstallConfig(scene.profile, account).archiveKept);
     EXPECT_EQ(Snapshot(account.folder), before) << disk.How();
     EXPECT_FALSE(account.hasCs16Backup);
 }

@@ -1,8 +1,8 @@
 #include "install_scene.h"
 
 #include "container.h"
-#include "discovery.h"
 #include "packer.h"
+#include "steam_layouts.h"
 
 const std::vector<PayloadFile> testPayload = {
     {"cfg/ludax/binds.cfg", "bind \"F1\" \"buy ak47\"\r\n"},
@@ -24,9 +24,9 @@ InstallScene::InstallScene(const std::vector<PayloadFile>& files, const GameProf
 
 InstallScene::InstallScene(const GameProfile& game) : InstallScene(game, Paths{})
 {
-    std::vector<char> embedded = LoadContainer(*game.payload);
-    WalkRecords(embedded, 0, [&](const ContainerRecord& record) {
+    WalkRecords(game.payload->start, game.payload->length, 0, [&](const ContainerRecord& record) {
         files.push_back({record.name, std::string(record.data, record.size)});
+        return true;
     });
 }
 

@@ -1,14 +1,16 @@
 #pragma once
 // A Steam folder with one account, "player", whose Counter-Strike content folder exists, ready
-// for InstallConfig and UninstallConfig with a scripted window.
+// for InstallConfig and UninstallConfig.
 
 #include <string>
 #include <vector>
 
+#include "embedded.h"
 #include "game_profile.h"
-#include "scripted_window.h"
+#include "install.h"
 #include "steam_account.h"
 #include "test_files.h"
+#include "uninstall.h"
 
 struct PayloadFile {
     std::string name;
@@ -28,8 +30,8 @@ public:
     InstallScene(const InstallScene&) = delete;
     InstallScene& operator=(const InstallScene&) = delete;
 
-    void Install() { InstallConfig(profile, account, window); }
-    void Uninstall() { UninstallConfig(profile, account, window); }
+    InstallOutcome Install() { return InstallConfig(profile, account); }
+    UninstallOutcome Uninstall() { return UninstallConfig(profile, account); }
     bool Installed() const { return account.*profile.installedFlag; }
 
     // The file's bytes, or "<absent>".
@@ -45,7 +47,6 @@ public:
     const std::string content;
     const std::string archivePath;
     const std::string removalListPath;
-    ScriptedWindow window;
     std::vector<PayloadFile> files;
 
 private:

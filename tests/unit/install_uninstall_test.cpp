@@ -1,13 +1,11 @@
 #include <gtest/gtest.h>
 
-#include "install.h"
 #include "folders.h"
 #include "install_scene.h"
 
 namespace {
 
 const std::string header("\x01\0\0\0", 4);
-const std::string uninstalledBox = Box("Message", 0x40, "Counter Strike LUDAX config uninstalled!");
 
 using Tree = std::map<std::string, std::string>;
 
@@ -34,13 +32,9 @@ TEST(Uninstall, PutsTheAccountFolderBackAsItWasBeforeTheFirstInstall)
 
         scene.Install();
         ASSERT_TRUE(scene.PayloadWritten()) << c.what;
-        scene.window.events.clear();
-        scene.Uninstall();
+        EXPECT_FALSE(scene.Uninstall().archiveKept);
 
         EXPECT_EQ(Snapshot(scene.accountFolder), before) << c.what;  // backup files gone too
-        EXPECT_EQ(scene.window.events,
-                  (std::vector<std::string>{"uninstall /cs16ludax.bak off", uninstalledBox}))
-            << c.what;
         EXPECT_FALSE(scene.account.hasCs16Backup);
         EXPECT_TRUE(scene.account.hasCs16);
     }
@@ -108,12 +102,9 @@ TEST(Uninstall, RemovalListLinesAreReadToTheFirstEmptyOneAndTheListGoesAnyway)
 
     // No list at all: nothing deleted, the archive restored all the same.
     WriteFile(scene.archivePath, header + Record("one.cfg", "restored"));
-    scene.window.events.clear();
-    scene.Uninstall();
+    EXPECT_FALSE(scene.Uninstall().archiveKept);
     EXPECT_EQ(Snapshot(c), (Tree{{"one.cfg", "restored"}, {"four.cfg", "four.cfg"}}));
     EXPECT_FALSE(Exists(scene.archivePath));
-    EXPECT_EQ(scene.window.events,
-              (std::vector<std::string>{"uninstall /cs16ludax.bak off", uninstalledBox}));
 }
 
 TEST(Uninstall, ArchiveMissingTooShortOrWithAnyHeader)
@@ -124,13 +115,11 @@ TEST(Uninstall, ArchiveMissingTooShortOrWithAnyHeader)
         WriteFile(scene.content + "a.txt", "the player's a.txt");
         scene.Install();
         RemovePath(scene.archivePath);
-        scene.window.events.clear();
-        scene.Uninstall();
+        EXPECT_FALSE(scene.Uninstall().archiveKept);
+        EXPECT_FALSE(scene.account.hasCs16Backup);
         EXPECT_EQ(Snapshot(scene.accountFolder),
                   (Tree{{"counter-strike", "<folder>"}, {"counter-strike/cstrike", "<folder>"},
                         {"counter-strike/cstrike/a.txt", "LUDAX\r\n"}}));
-        EXPECT_EQ(scene.window.events,
-                  (std::vector<std::string>{"uninstall /cs16ludax.bak off", uninstalledBox}));
     }
     const Tree emptyGame{{"counter-strike", "<folder>"}, {"counter-strike/cstrike", "<folder>"}};
     for (std::size_t size = 0; size <= 4; ++size) {

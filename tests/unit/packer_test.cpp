@@ -26,10 +26,11 @@ struct Walked {
 Walked WalkAll(const std::vector<char>& container)
 {
     Walked walked;
-    WalkRecords(container, 0, [&](const ContainerRecord& record) {
+    WalkRecords(container.data(), container.size(), 0, [&](const ContainerRecord& record) {
         walked.names.push_back(record.name);
         walked.data.emplace_back(record.data, record.size);
         walked.end = record.next;
+        return true;
     });
     return walked;
 }

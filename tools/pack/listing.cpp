@@ -29,9 +29,10 @@ bool ListRecords(const std::vector<char>& container, std::vector<ListedRecord>& 
 {
     records.clear();
     std::size_t end = 0;
-    WalkRecords(container, 0, [&](const ContainerRecord& record) {
+    WalkRecords(container.data(), container.size(), 0, [&](const ContainerRecord& record) {
         records.push_back({record.name, record.size, Crc32(record.data, record.size)});
         end = record.next;
+        return true;
     });
     if (records.empty() || end != container.size()) {
         error = "malformed: the whole records end at byte " + std::to_string(end) + " of " +

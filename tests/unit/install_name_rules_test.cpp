@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "path_guard.h"
+#include "name_rules.h"
 
 namespace {
 

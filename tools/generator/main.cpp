@@ -20,7 +20,7 @@ int main(int argc, char** argv)
     }
     try {
         const std::string root = argv[1];
-        ludaxgen::writeFile(root, "app/logo/ludax_logo.ppm", ludaxgen::encodePpm(ludaxgen::windowLogo()));
+        ludaxgen::writeFile(root, "app/ludax_logo.ppm", ludaxgen::encodePpm(ludaxgen::windowLogo()));
         const ludaxgen::MapGeometry map = ludaxgen::buildMillGeometry();
         ludaxgen::writeCs16Binaries(root, map);
         ludaxgen::writeCssBinaries(root, map);

@@ -1,4 +1,4 @@
-#include "path_guard.h"
+#include "name_rules.h"
 
 #include <cctype>
 

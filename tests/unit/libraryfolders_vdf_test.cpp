@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "library_folders.h"
+#include "libraryfolders_vdf.h"
 
 namespace {
 

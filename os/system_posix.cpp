@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -37,8 +36,6 @@ bool Unusable(const std::string& path)
     return path.size() > maxPathLength || path.find('\0') != std::string::npos;
 }
 
-int Descriptor(FileHandle file) { return static_cast<int>(file.handle); }
-
 // Repeats `transfer` (read or write) until all `size` bytes have moved; false when a call
 // fails or moves nothing. An interrupted call is simply repeated.
 template <class Bytes, class Transfer>
@@ -56,13 +53,29 @@ bool TransferAll(Bytes* bytes, std::size_t size, Transfer transfer)
     return true;
 }
 
+// Opens `path` with `flags` and keeps it only when it is a plain file. Non-blocking, so that
+// a pipe standing at the path cannot stall the program.
+int OpenPlainFile(const std::string& path, int flags, struct stat& info)
+{
+    if (Unusable(path))
+        return -1;
+    int descriptor = open(path.c_str(), flags | O_NONBLOCK | O_CLOEXEC, 0666);
+    if (descriptor < 0)
+        return -1;
+    if (fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode)) {
+        close(descriptor);
+        return -1;
+    }
+    return descriptor;
+}
+
 }  // namespace
 
 RegistryRead ReadUserRegistryString(const std::string& key, const std::string& value,
                                     std::string& text)
 {
     std::string folder = RegistryFolder(key);
-    if (FindEntry(folder) != EntryKind::folder)
+    if (LookUp(folder).kind != EntryKind::folder)
         return RegistryRead::keyMissing;
     std::ifstream in(folder + "/" + value, std::ios::binary);
     if (!in)
@@ -108,13 +121,13 @@ Entry LookUp(const std::string& path)
 bool ReadFileStart(const std::string& path, std::size_t limit, std::string& bytes)
 {
     bytes.clear();
-    int file = Unusable(path) ? -1 : open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    struct stat info;
+    int file = OpenPlainFile(path, O_RDONLY, info);
     if (file < 0)
         return false;
     char block[65536];
     while (bytes.size() < limit) {
-        std::size_t wanted = std::min(sizeof block, limit - bytes.size());
-        ssize_t got = read(file, block, wanted);
+        ssize_t got = read(file, block, std::min(sizeof block, limit - bytes.size()));
         if (got <= 0)
             break;
         bytes.append(block, static_cast<std::size_t>(got));
@@ -123,64 +136,45 @@ bool ReadFileStart(const std::string& path, std::size_t limit, std::string& byte
     return true;
 }
 
-bool OpenForReading(const std::string& path, FileHandle& file, std::uint64_t& size)
+File File::OpenForReading(const std::string& path)
 {
-    file = FileHandle{};
-    if (Unusable(path))
-        return false;
-    // Non-blocking, so that a pipe standing at the path cannot stall the program.
-    int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0)
-        return false;
     struct stat info;
-    if (fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode)) {
-        close(descriptor);
-        return false;
-    }
-    size = static_cast<std::uint64_t>(info.st_size);
-    file = FileHandle{descriptor, true};
-    return true;
+    int descriptor = OpenPlainFile(path, O_RDONLY, info);
+    return descriptor < 0 ? File() : File(descriptor, static_cast<std::uint64_t>(info.st_size));
 }
 
-bool OpenForWriting(const std::string& path, FileHandle& file)
+File File::Create(const std::string& path)
 {
-    file = FileHandle{};
-    if (Unusable(path))
-        return false;
-    int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC, 0666);
-    if (descriptor < 0)
-        return false;
     struct stat info;
-    if (fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode)) {
-        close(descriptor);
+    int descriptor = OpenPlainFile(path, O_WRONLY | O_CREAT | O_TRUNC, info);
+    return descriptor < 0 ? File() : File(descriptor, 0);
+}
+
+bool File::Read(char* bytes, std::size_t count)
+{
+    const int descriptor = static_cast<int>(handle);
+    return open && TransferAll(bytes, count, [&](char* at, std::size_t part) { return read(descriptor, at, part); });
+}
+
+bool File::Write(const char* bytes, std::size_t count)
+{
+    const int descriptor = static_cast<int>(handle);
+    return open &&
+           TransferAll(bytes, count, [&](const char* at, std::size_t part) { return write(descriptor, at, part); });
+}
+
+bool File::Skip(std::uint64_t count)
+{
+    return open && count <= static_cast<std::uint64_t>(LLONG_MAX) &&
+           lseek(static_cast<int>(handle), static_cast<off_t>(count), SEEK_CUR) >= 0;
+}
+
+bool File::Close()
+{
+    if (!open)
         return false;
-    }
-    file = FileHandle{descriptor, true};
-    return true;
-}
-
-bool ReadExactly(FileHandle file, char* bytes, std::size_t size)
-{
-    return TransferAll(bytes, size, [&](char* at, std::size_t count) { return read(Descriptor(file), at, count); });
-}
-
-bool WriteExactly(FileHandle file, const char* bytes, std::size_t size)
-{
-    return TransferAll(bytes, size,
-                       [&](const char* at, std::size_t count) { return write(Descriptor(file), at, count); });
-}
-
-bool Skip(FileHandle file, std::uint64_t count)
-{
-    return count <= static_cast<std::uint64_t>(LLONG_MAX) &&
-           lseek(Descriptor(file), static_cast<off_t>(count), SEEK_CUR) >= 0;
-}
-
-bool CloseFile(FileHandle& file)
-{
-    bool closed = file.open && close(Descriptor(file)) == 0;
-    file = FileHandle{};
-    return closed;
+    open = false;
+    return close(static_cast<int>(handle)) == 0;
 }
 
 bool MakeFolder(const std::string& path)
@@ -188,22 +182,14 @@ bool MakeFolder(const std::string& path)
     return !Unusable(path) && mkdir(path.c_str(), 0777) == 0;
 }
 
-void RemoveFolder(const std::string& path)
+bool RemoveFolder(const std::string& path)
 {
-    if (!Unusable(path))
-        rmdir(path.c_str());
+    return !Unusable(path) && rmdir(path.c_str()) == 0;
 }
 
-void RemoveFile(const std::string& path)
+bool RemoveFile(const std::string& path)
 {
-    if (!Unusable(path))
-        unlink(path.c_str());
-}
-
-void ExitWithMessage(const std::string& text, const std::string& caption, unsigned style)
-{
-    std::fprintf(stderr, "[%s] (style 0x%02x)\n%s\n", caption.c_str(), style, text.c_str());
-    std::exit(-1);
+    return !Unusable(path) && unlink(path.c_str()) == 0;
 }
 
 }  // namespace sys

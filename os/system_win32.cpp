@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace sys {
 
@@ -16,20 +15,20 @@ bool Unusable(const std::string& path)
     return path.size() > maxPathLength || path.find('\0') != std::string::npos;
 }
 
-HANDLE Native(FileHandle file) { return reinterpret_cast<HANDLE>(file.handle); }
+HANDLE Native(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
 
-// Only a file on a disk: a device name (COM1, NUL) opens a device, which must never be read
-// or written as if it were a player's file.
-bool KeepIfDiskFile(HANDLE handle, FileHandle& file)
+// Opens `path` and keeps it only when it is a file on a disk: a device name (COM1, NUL) opens a
+// device, which must never be read or written as if it were a player's file.
+HANDLE OpenDiskFile(const std::string& path, DWORD access, DWORD sharing, DWORD disposition)
 {
-    if (handle == INVALID_HANDLE_VALUE)
-        return false;
-    if (GetFileType(handle) != FILE_TYPE_DISK) {
+    if (Unusable(path))
+        return INVALID_HANDLE_VALUE;
+    HANDLE handle = CreateFileA(path.c_str(), access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle != INVALID_HANDLE_VALUE && GetFileType(handle) != FILE_TYPE_DISK) {
         CloseHandle(handle);
-        return false;
+        return INVALID_HANDLE_VALUE;
     }
-    file = FileHandle{reinterpret_cast<std::intptr_t>(handle), true};
-    return true;
+    return handle;
 }
 
 // ReadFile and WriteFile take at most a DWORD; larger transfers go in slices.
@@ -106,10 +105,7 @@ Entry LookUp(const std::string& path)
 bool ReadFileStart(const std::string& path, std::size_t limit, std::string& bytes)
 {
     bytes.clear();
-    if (Unusable(path))
-        return false;
-    HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                              OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    HANDLE file = OpenDiskFile(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
     if (file == INVALID_HANDLE_VALUE)
         return false;
     char block[65536];
@@ -124,60 +120,52 @@ bool ReadFileStart(const std::string& path, std::size_t limit, std::string& byte
     return true;
 }
 
-bool OpenForReading(const std::string& path, FileHandle& file, std::uint64_t& size)
+File File::OpenForReading(const std::string& path)
 {
-    file = FileHandle{};
-    if (Unusable(path))
-        return false;
-    HANDLE handle = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (!KeepIfDiskFile(handle, file))
-        return false;
+    HANDLE handle = OpenDiskFile(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
+    if (handle == INVALID_HANDLE_VALUE)
+        return File();
     LARGE_INTEGER length;
     if (!GetFileSizeEx(handle, &length) || length.QuadPart < 0) {
-        CloseFile(file);
-        return false;
+        CloseHandle(handle);
+        return File();
     }
-    size = static_cast<std::uint64_t>(length.QuadPart);
-    return true;
+    return File(reinterpret_cast<std::intptr_t>(handle), static_cast<std::uint64_t>(length.QuadPart));
 }
 
-bool OpenForWriting(const std::string& path, FileHandle& file)
+File File::Create(const std::string& path)
 {
-    file = FileHandle{};
-    if (Unusable(path))
-        return false;
-    HANDLE handle = CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
-                                FILE_ATTRIBUTE_NORMAL, nullptr);
-    return KeepIfDiskFile(handle, file);
+    HANDLE handle = OpenDiskFile(path, GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS);
+    return handle == INVALID_HANDLE_VALUE ? File() : File(reinterpret_cast<std::intptr_t>(handle), 0);
 }
 
-bool ReadExactly(FileHandle file, char* bytes, std::size_t size)
+bool File::Read(char* bytes, std::size_t count)
 {
-    return TransferAll(bytes, size, [&](char* at, DWORD count, DWORD* moved) {
-        return ReadFile(Native(file), at, count, moved, nullptr);
-    });
+    return open && TransferAll(bytes, count, [&](char* at, DWORD part, DWORD* moved) {
+               return ReadFile(Native(handle), at, part, moved, nullptr);
+           });
 }
 
-bool WriteExactly(FileHandle file, const char* bytes, std::size_t size)
+bool File::Write(const char* bytes, std::size_t count)
 {
-    return TransferAll(bytes, size, [&](const char* at, DWORD count, DWORD* moved) {
-        return WriteFile(Native(file), at, count, moved, nullptr);
-    });
+    return open && TransferAll(bytes, count, [&](const char* at, DWORD part, DWORD* moved) {
+               return WriteFile(Native(handle), at, part, moved, nullptr);
+           });
 }
 
-bool Skip(FileHandle file, std::uint64_t count)
+bool File::Skip(std::uint64_t count)
 {
     LARGE_INTEGER distance;
     distance.QuadPart = static_cast<LONGLONG>(count);
-    return count <= 0x7FFFFFFFFFFFFFFFull && SetFilePointerEx(Native(file), distance, nullptr, FILE_CURRENT);
+    return open && count <= 0x7FFFFFFFFFFFFFFFull && SetFilePointerEx(Native(handle), distance, nullptr, FILE_CURRENT);
 }
 
-bool CloseFile(FileHandle& file)
+bool File::Close()
 {
-    bool closed = file.open && CloseHandle(Native(file));
-    file = FileHandle{};
-    return closed;
+    if (!open)
+        return false;
+    open = false;
+    return CloseHandle(Native(handle)) != 0;
 }
 
 bool MakeFolder(const std::string& path)
@@ -185,22 +173,14 @@ bool MakeFolder(const std::string& path)
     return !Unusable(path) && CreateDirectoryA(path.c_str(), nullptr) != 0;
 }
 
-void RemoveFolder(const std::string& path)
+bool RemoveFolder(const std::string& path)
 {
-    if (!Unusable(path))
-        RemoveDirectoryA(path.c_str());
+    return !Unusable(path) && RemoveDirectoryA(path.c_str()) != 0;
 }
 
-void RemoveFile(const std::string& path)
+bool RemoveFile(const std::string& path)
 {
-    if (!Unusable(path))
-        DeleteFileA(path.c_str());
-}
-
-void ExitWithMessage(const std::string& text, const std::string& caption, unsigned style)
-{
-    MessageBoxA(nullptr, text.c_str(), caption.c_str(), style);
-    std::exit(-1);
+    return !Unusable(path) && DeleteFileA(path.c_str()) != 0;
 }
 
 }  // namespace sys

@@ -1,4 +1,4 @@
-#include "library_folders.h"
+#include "libraryfolders_vdf.h"
 
 #include <cctype>
 #include <cstddef>

@@ -1,0 +1,83 @@
+#include "find_games.h"
+
+#include <algorithm>
+
+#include "libraryfolders_vdf.h"
+#include "steam_layouts.h"
+#include "system.h"
+
+namespace {
+
+const std::string steamappsSuffix = "/steamapps/";
+
+// More libraries than any PC holds; a longer list is damage.
+constexpr std::size_t libraryLimit = 1000;
+// libraryfolders.vdf is a few kilobytes; only its start is read.
+constexpr std::size_t libraryFileLimit = 1 << 20;
+
+// One spelling for the ways Windows accepts of naming the same folder: letter case, '\' or '/'
+// and a trailing separator make no difference there.
+std::string PlaceKey(const std::string& path)
+{
+    std::string key;
+    for (char c : path)
+        key += c == '\\' ? '/' : (c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c);
+    while (!key.empty() && key.back() == '/')
+        key.pop_back();
+    return key;
+}
+
+// Tests the place's game folders and backup archives; true when it holds any of them.
+bool HoldsAnything(SteamAccount& place)
+{
+    place.hasCs16 = sys::PathExists(Cs16GameFolder(place));
+    place.hasCss = sys::PathExists(CssGameFolder(place));
+    place.hasCs16Backup = sys::PathExists(place.folder + "/cs16ludax.bak");
+    place.hasCssBackup = sys::PathExists(place.folder + "/cssludax.bak");
+    return place.hasCs16 || place.hasCss || place.hasCs16Backup || place.hasCssBackup;
+}
+
+}  // namespace
+
+std::vector<std::string> SteamLibraries(const std::string& steamappsPath)
+{
+    const std::string steamPath = steamappsPath.substr(0, steamappsPath.size() - steamappsSuffix.size());
+    std::vector<std::string> libraries{steamPath};
+    std::string listFile = steamappsPath + "libraryfolders.vdf";
+    if (!sys::PathExists(listFile))
+        listFile = steamPath + "/config/libraryfolders.vdf";
+    std::string text;
+    if (!sys::ReadFileStart(listFile, libraryFileLimit, text))
+        return libraries;
+    std::vector<std::string> seen{PlaceKey(steamPath)};
+    for (const std::string& library : ParseLibraryFolders(text)) {
+        const std::string key = PlaceKey(library);
+        if (key.empty() || std::find(seen.begin(), seen.end(), key) != seen.end())
+            continue;
+        if (libraries.size() == libraryLimit)
+            break;
+        seen.push_back(key);
+        libraries.push_back(library);
+    }
+    return libraries;
+}
+
+std::vector<SteamAccount> FindGames(const std::string& steamappsPath)
+{
+    std::vector<SteamAccount> places;
+    for (const std::string& name : sys::ListFolder(steamappsPath)) {
+        // The Steam folder's shared game folder is offered once, as the first library below.
+        if (PlaceKey(name) == "common")
+            continue;
+        // "." and ".." are tested like any other entry: the tests decide what counts.
+        SteamAccount account = AccountFolderEntry(steamappsPath, name);
+        if (HoldsAnything(account))
+            places.push_back(account);
+    }
+    for (const std::string& libraryPath : SteamLibraries(steamappsPath)) {
+        SteamAccount library = LibraryEntry(libraryPath);
+        if (HoldsAnything(library))
+            places.push_back(library);
+    }
+    return places;
+}

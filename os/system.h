@@ -1,0 +1,106 @@
+#pragma once
+// The operating-system calls the installer makes, behind one thin layer: a Win32 body (the
+// product) and a POSIX body (the native tests). Nothing here shows a box or ends the process;
+// every read, write, close and removal says whether it worked.
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace sys {
+
+enum class RegistryRead { ok, keyMissing, valueUnreadable };
+
+// Reads a string value of a key under HKEY_CURRENT_USER through a 260-byte buffer; a value
+// that does not fit (with its NUL) is unreadable. `text` gets the bytes up to the first NUL.
+RegistryRead ReadUserRegistryString(const std::string& key, const std::string& value,
+                                    std::string& text);
+
+// Every entry of `folder` (which ends with '/'), files and folders alike, "." and ".."
+// included, in the order the file system returns them.
+std::vector<std::string> ListFolder(const std::string& folder);
+
+// The longest path any call below takes: Windows' MAX_PATH less its terminating NUL. Each
+// call treats a longer path, or one holding a NUL byte, as missing or refuses it, so that the
+// existence test, the reads and the writes all see the same set of paths: a file the test
+// cannot see is never written.
+constexpr std::size_t maxPathLength = 259;
+
+enum class EntryKind { none, file, folder };
+
+// The entry itself, never what a link points to. `link` is set for a symbolic link, junction
+// or other reparse point (Win32: FILE_ATTRIBUTE_REPARSE_POINT from FindFirstFileA; POSIX:
+// lstat). A link's kind is that of its target, and a link whose target is gone is a file.
+struct Entry {
+    EntryKind kind = EntryKind::none;
+    bool link = false;
+};
+Entry LookUp(const std::string& path);
+
+// True when a file or folder of exactly that path exists.
+inline bool PathExists(const std::string& path) { return LookUp(path).kind != EntryKind::none; }
+
+// At most `limit` bytes from the start of the file; false when it cannot be opened.
+bool ReadFileStart(const std::string& path, std::size_t limit, std::string& bytes);
+
+// A plain file on a disk, open for reading or for writing, closed when the object goes. Folders,
+// devices and pipes are refused at opening. Once a call has returned true its bytes have
+// reached the system; nothing is buffered here.
+class File {
+public:
+    // Opens an existing file for reading; others may keep reading and writing it meanwhile.
+    static File OpenForReading(const std::string& path);
+    // Creates or truncates a file for writing.
+    static File Create(const std::string& path);
+
+    File() = default;
+    File(File&& other) noexcept : handle(other.handle), open(other.open), size(other.size)
+    {
+        other.open = false;
+    }
+    File& operator=(File&& other) noexcept
+    {
+        if (this != &other) {
+            static_cast<void>(Close());
+            handle = other.handle;
+            open = other.open;
+            size = other.size;
+            other.open = false;
+        }
+        return *this;
+    }
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+    // Closes a file still open; a caller that must know whether the close worked calls Close().
+    ~File() { static_cast<void>(Close()); }
+
+    bool IsOpen() const { return open; }
+    // The size the file had when it was opened for reading.
+    std::uint64_t Size() const { return size; }
+
+    // True when exactly `count` bytes were read, or written.
+    [[nodiscard]] bool Read(char* bytes, std::size_t count);
+    [[nodiscard]] bool Write(const char* bytes, std::size_t count);
+    [[nodiscard]] bool Write(const std::string& bytes) { return Write(bytes.data(), bytes.size()); }
+    // Moves the read position `count` bytes on.
+    [[nodiscard]] bool Skip(std::uint64_t count);
+    // True when the file was open and closed without an error (one the system kept from an
+    // earlier write included). The file is closed in any case.
+    [[nodiscard]] bool Close();
+
+private:
+    File(std::intptr_t handle, std::uint64_t size) : handle(handle), open(true), size(size) {}
+
+    std::intptr_t handle = 0;  // meaningless while `open` is false
+    bool open = false;
+    std::uint64_t size = 0;
+};
+
+// Creates one folder; false when it could not be made (its parent missing, a name taken).
+[[nodiscard]] bool MakeFolder(const std::string& path);
+// Removes an empty folder, or one file.
+[[nodiscard]] bool RemoveFolder(const std::string& path);
+[[nodiscard]] bool RemoveFile(const std::string& path);
+
+}  // namespace sys
