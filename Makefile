@@ -23,16 +23,19 @@ deps:
 	  apt-get update -qq && apt-get install -y -qq --no-install-recommends $$missing; \
 	fi
 
+CONFIGURE_NATIVE = cmake -S . -B $(NATIVE) -DCMAKE_BUILD_TYPE=Debug >/dev/null
+CONFIGURE_WINDOWS = cmake -S . -B $(WINDOWS) -DCMAKE_BUILD_TYPE=Release \
+  -DCMAKE_TOOLCHAIN_FILE=$(CURDIR)/cmake/mingw-w64-x86_64.cmake -DLUDAX_HOST_BIN=$(CURDIR)/$(NATIVE)/bin >/dev/null
 # The native tree checks and packs the sets first; when it fails (a refused set, say) the
 # Windows program of an earlier build goes too, so none is left looking current.
+NATIVE_BUILD = cmake --build $(NATIVE) -j $(JOBS) $(1) || { if [ -e $(WINDOWS)/Ludax.exe ]; then rm -f $(WINDOWS)/Ludax.exe; echo "Removed $(WINDOWS)/Ludax.exe, built from an earlier state"; fi; exit 1; }
+
 native: deps
-	cmake -S . -B $(NATIVE) -DCMAKE_BUILD_TYPE=Debug >/dev/null
-	cmake --build $(NATIVE) -j $(JOBS) || { if [ -e $(WINDOWS)/Ludax.exe ]; then rm -f $(WINDOWS)/Ludax.exe; echo "Removed $(WINDOWS)/Ludax.exe, built from an earlier state"; fi; exit 1; }
+	$(CONFIGURE_NATIVE)
+	$(call NATIVE_BUILD,)
 
 windows: native
-	cmake -S . -B $(WINDOWS) -DCMAKE_BUILD_TYPE=Release \
-	  -DCMAKE_TOOLCHAIN_FILE=$(CURDIR)/cmake/mingw-w64-x86_64.cmake \
-	  -DLUDAX_HOST_BIN=$(CURDIR)/$(NATIVE)/bin >/dev/null
+	$(CONFIGURE_WINDOWS)
 	cmake --build $(WINDOWS) -j $(JOBS)
 
 test-native: native
@@ -71,7 +74,12 @@ payload-art: deps
 	echo "payload-art: $$files files generated, $$differ differ from the repository"; \
 	[ $$files -gt 0 ] && [ $$differ -eq 0 ]
 
-run: windows
+# The demo needs only the two host tools, the program and the demo's remote control.
+run: deps
+	$(CONFIGURE_NATIVE)
+	$(call NATIVE_BUILD,--target ludax-pack ludax-logo-pack)
+	$(CONFIGURE_WINDOWS)
+	cmake --build $(WINDOWS) -j $(JOBS) --target Ludax ludax_demo_session
 	app/demo/run-demo
 
 clean:

@@ -78,3 +78,9 @@ HWND WaitForWindowOfClass(const LaunchedProcess& process, const std::wstring& cl
     return WaitForWindow(process, [&](HWND window) { return ClassOf(window) == className; },
                          timeoutMs);
 }
+
+void WarmUpWine()
+{
+    LaunchedProcess ludax(LudaxExePath());
+    WaitForWindow(ludax, [](HWND) { return true; }, 120000);
+}

@@ -26,3 +26,7 @@ HWND WaitForWindowOfClass(const LaunchedProcess& process, const std::wstring& cl
 
 // Polls `condition` every few milliseconds; true as soon as it holds, false after the timeout.
 bool WaitUntil(const std::function<bool()>& condition, DWORD timeoutMs = defaultTimeoutMs);
+
+// A fresh Wine prefix takes many seconds to show its first window (it builds its font cache):
+// this pays for that once, before any time limit of a test or the demo starts.
+void WarmUpWine();
