@@ -8,8 +8,7 @@ namespace bench {
 
 struct ProcessOutcome {
     int exitCode = -1;
-    double wallMs = 0;         // from just before the start to the end of the wait
-    long long peakBytes = -1;  // the process's peak resident memory, -1 where it cannot be seen
+    double wallMs = 0;  // from just before the start to the end of the wait
 };
 
 // Starts `args[0]` (searched on the PATH) with the remaining arguments, waits for it and

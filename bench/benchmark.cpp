@@ -85,8 +85,7 @@ Sample Benchmark::RunChild(std::vector<std::string> args, bool measured)
     ChildReport report;
     Require(ReadReport(reportPath, report), "child '" + args[1] + "' left no report");
     sample.ms = report.ms;
-    // Where the platform sees the ended child from outside (wait4), that figure counts.
-    sample.peakBytes = outcome.peakBytes >= 0 ? outcome.peakBytes : report.peakBytes;
+    sample.peakBytes = report.peakBytes;
     return sample;
 }
 
@@ -240,10 +239,10 @@ void PrintHeading(const BenchOptions& options)
         "Installs and uninstalls run in a child process each, timed inside it (process start\n"
         "excluded). The copy is %s, timed from outside; each run copies %d sets side by side\n"
         "and counts (run - median start-up on an empty source) / %d per set.\n"
-        "peak MB: the child's peak resident memory less an idle child's (%s).\n"
+        "peak MB: the child's peak resident memory less an idle child's (%s); both first read\n"
+        "every page of the payloads the program carries, so that those pages drop out.\n"
         "Targets: first install into an empty game folder, median within %.1fx of the copy into\n"
-        "an empty folder; peak within container + largest overwritten file + %.0f MB\n"
-        "(1 MB = 2^20 bytes).\n",
+        "an empty folder; peak within the largest overwritten file + %.0f MB (1 MB = 2^20 bytes).\n",
         options.runs, options.workFolder.c_str(), CopyToolName(), options.copySets,
         options.copySets, PeakMethodName(), speedLimit, budgetSlackMb);
 }

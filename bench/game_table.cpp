@@ -104,7 +104,7 @@ ReportTable GameTable(const BenchGame& game, const GameSeries& series, double id
         row.minRatioToCopy = Ratio(row.minMs, copyFastest);
         row.speedTarget = operation.speedTarget;
         row.peakMb = (Median(operation.series.peaks) - idlePeakBytes) / mb;
-        row.budgetMb = containerMb + operation.overwrittenMb + budgetSlackMb;
+        row.budgetMb = operation.overwrittenMb + budgetSlackMb;
         table.rows.push_back(row);
     }
     return table;
