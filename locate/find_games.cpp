@@ -65,12 +65,14 @@ std::vector<std::string> SteamLibraries(const std::string& steamappsPath)
 std::vector<SteamAccount> FindGames(const std::string& steamappsPath)
 {
     std::vector<SteamAccount> places;
-    for (const std::string& name : sys::ListFolder(steamappsPath)) {
-        // The Steam folder's shared game folder is offered once, as the first library below.
-        if (PlaceKey(name) == "common")
+    for (const sys::ListedEntry& entry : sys::ListFolder(steamappsPath)) {
+        // Nothing lies below a file, so a file (one of Steam's many game manifests, say) holds
+        // no game; and the Steam folder's shared game folder is offered once, as the first
+        // library below.
+        if (!entry.folder || PlaceKey(entry.name) == "common")
             continue;
         // "." and ".." are tested like any other entry: the tests decide what counts.
-        SteamAccount account = AccountFolderEntry(steamappsPath, name);
+        SteamAccount account = AccountFolderEntry(steamappsPath, entry.name);
         if (HoldsAnything(account))
             places.push_back(account);
     }

@@ -17,9 +17,14 @@ enum class RegistryRead { ok, keyMissing, valueUnreadable };
 RegistryRead ReadUserRegistryString(const std::string& key, const std::string& value,
                                     std::string& text);
 
+struct ListedEntry {
+    std::string name;
+    bool folder = false;  // a folder, or a link to one
+};
+
 // Every entry of `folder` (which ends with '/'), files and folders alike, "." and ".."
 // included, in the order the file system returns them.
-std::vector<std::string> ListFolder(const std::string& folder);
+std::vector<ListedEntry> ListFolder(const std::string& folder);
 
 // The longest path any call below takes: Windows' MAX_PATH less its terminating NUL. Each
 // call treats a longer path, or one holding a NUL byte, as missing or refuses it, so that the

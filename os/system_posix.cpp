@@ -87,16 +87,16 @@ RegistryRead ReadUserRegistryString(const std::string& key, const std::string& v
     return RegistryRead::ok;
 }
 
-std::vector<std::string> ListFolder(const std::string& folder)
+std::vector<ListedEntry> ListFolder(const std::string& folder)
 {
-    std::vector<std::string> names;
+    std::vector<ListedEntry> names;
     if (Unusable(folder + "*.*"))  // the pattern FindFirstFileA is given
         return names;
     DIR* dir = opendir(folder.c_str());
     if (!dir)
         return names;
     while (dirent* entry = readdir(dir))
-        names.push_back(entry->d_name);
+        names.push_back({entry->d_name, LookUp(folder + entry->d_name).kind == EntryKind::folder});
     closedir(dir);
     return names;
 }

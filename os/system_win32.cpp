@@ -71,9 +71,9 @@ RegistryRead ReadUserRegistryString(const std::string& key, const std::string& v
     return RegistryRead::ok;
 }
 
-std::vector<std::string> ListFolder(const std::string& folder)
+std::vector<ListedEntry> ListFolder(const std::string& folder)
 {
-    std::vector<std::string> names;
+    std::vector<ListedEntry> names;
     if (Unusable(folder + "*.*"))
         return names;
     WIN32_FIND_DATAA entry;
@@ -81,7 +81,7 @@ std::vector<std::string> ListFolder(const std::string& folder)
     if (search == INVALID_HANDLE_VALUE)
         return names;
     do
-        names.push_back(entry.cFileName);
+        names.push_back({entry.cFileName, (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0});
     while (FindNextFileA(search, &entry));
     FindClose(search);
     return names;

@@ -2,8 +2,8 @@
 // window with the same manifest and the same controls (ludax_bare_window.exe). Both are started
 // the same number of times, in turn, on a desktop of their own; each run ends with WM_CLOSE.
 //   ludax_launch_timer [--runs N]
-// Ludax.exe is pointed at a Steam folder of its own with one account holding Counter-Strike
-// 1.6; the registry's earlier SteamPath is put back afterwards.
+// Ludax.exe is pointed at a Steam folder of its own, laid out as a player's is today (see
+// MakeSteamFolder); the registry's earlier SteamPath is put back afterwards.
 #include <windows.h>
 
 #include <algorithm>
@@ -56,14 +56,31 @@ void WriteSteamPath(const std::optional<std::string>& value)
     RegCloseKey(key);
 }
 
-// A Steam folder with one account that holds Counter-Strike 1.6, in the temporary folder.
+void Create(const std::string& path, const std::string& bytes = std::string())
+{
+    HANDLE file = CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    DWORD written = 0;
+    WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    CloseHandle(file);
+}
+
+// A Steam folder as a player's looks today, in the temporary folder: steamapps holds Steam's own
+// folders and one manifest file per installed game (here 60), Counter-Strike 1.6 in the shared
+// common/, and one account folder of the layout before 2013.
 std::string MakeSteamFolder()
 {
     char temp[MAX_PATH] = {};
     GetTempPathA(MAX_PATH, temp);
     std::string steam = std::string(temp) + "ludax-launch-steam";
-    for (const char* folder : {"", "/steamapps", "/steamapps/player", "/steamapps/player/counter-strike"})
-        CreateDirectoryA((steam + folder).c_str(), nullptr);
+    const std::string apps = steam + "/steamapps";
+    for (const std::string& folder :
+         {steam, apps, apps + "/common", apps + "/common/Half-Life", apps + "/common/Half-Life/cstrike",
+          apps + "/common/Portal 2", apps + "/downloading", apps + "/shadercache", apps + "/sourcemods",
+          apps + "/temp", apps + "/workshop", apps + "/player", apps + "/player/counter-strike"})
+        CreateDirectoryA(folder.c_str(), nullptr);
+    for (int game = 0; game < 60; ++game)
+        Create(apps + "/appmanifest_" + std::to_string(10 + 10 * game) + ".acf", "\"AppState\"\n{\n}\n");
+    Create(apps + "/libraryfolders.vdf", "\"libraryfolders\"\n{\n}\n");
     std::replace(steam.begin(), steam.end(), '\\', '/');
     return steam;
 }

@@ -54,9 +54,11 @@ TEST(Discovery, ListingKeepsEveryEntryAndTellsFilesFromFolders)
     TempFolder root;
     MakeFolders(root.Path() + "/one/two");
     WriteFile(root.Path() + "/file.txt", "x");
-    std::vector<std::string> names = sys::ListFolder(root.Path() + "/");
+    std::vector<std::string> names;
+    for (const sys::ListedEntry& entry : sys::ListFolder(root.Path() + "/"))
+        names.push_back(entry.name + (entry.folder ? "/" : ""));
     std::sort(names.begin(), names.end());
-    EXPECT_EQ(names, (std::vector<std::string>{".", "..", "file.txt", "one"}));
+    EXPECT_EQ(names, (std::vector<std::string>{"../", "./", "file.txt", "one/"}));
     EXPECT_TRUE(sys::ListFolder(root.Path() + "/missing/").empty());
 
     EXPECT_EQ(sys::LookUp(root.Path() + "/one").kind, sys::EntryKind::folder);
@@ -80,9 +82,9 @@ TEST(Discovery, FindGamesKeepsQualifyingFoldersInListingOrder)
     std::vector<SteamAccount> accounts = FindGames(apps);
 
     std::vector<std::string> expectedOrder;
-    for (const std::string& name : sys::ListFolder(apps))
-        if (name == "alice" || name == "bob" || name == "carol" || name == "erin")
-            expectedOrder.push_back(name);
+    for (const sys::ListedEntry& entry : sys::ListFolder(apps))
+        if (entry.name == "alice" || entry.name == "bob" || entry.name == "carol" || entry.name == "erin")
+            expectedOrder.push_back(entry.name);
     ASSERT_EQ(Names(accounts), expectedOrder);
     for (const SteamAccount& a : accounts) {
         SCOPED_TRACE(a.name);
