@@ -1,8 +1,10 @@
-// The four buttons' actions: the reinstall question, the install and uninstall themselves, and
-// what their outcomes show the player (the message boxes, the installed flags, the buttons).
+// The four buttons' actions: the questions before them (the game left open, the reinstall),
+// the install and uninstall themselves, and what their outcomes show the player.
 #include "game_profile.h"
 #include "install.h"
 #include "ludax.h"
+#include "running_game.h"
+#include "system.h"
 #include "texts.h"
 #include "uninstall.h"
 
@@ -20,13 +22,17 @@ const GameActions cssActions{cssProfile, texts::css, &LudaxLayout::cssUninstall}
 
 }  // namespace
 
-// The place the chooser shows; none before the chooser is filled.
+// The place the chooser shows, with its installed flags read afresh from the disk: another
+// copy of the program, or an earlier one stopped part-way, may have changed them.
 SteamAccount* Ludax::SelectedAccount()
 {
     const int index = static_cast<int>(SendMessageA(accountSelect, CB_GETCURSEL, 0, 0));
     if (index < 0 || static_cast<std::size_t>(index) >= accounts.size())
         return nullptr;
-    return &accounts[index];
+    SteamAccount& place = accounts[index];
+    for (const GameProfile* game : {&cs16Profile, &cssProfile})
+        place.*game->installedFlag = sys::PathExists(place.folder + game->archiveName);
+    return &place;
 }
 
 // A message box owned by the window; returns the button pressed.
@@ -35,23 +41,42 @@ int Ludax::ShowMessage(const std::string& text, const char* caption, UINT style)
     return MessageBoxA(window, text.c_str(), caption, style);
 }
 
+// True once the game is closed; false when the player gave up waiting.
+bool Ludax::GameClosed(const GameActions& game)
+{
+    while (GameIsRunning(game.profile))
+        if (ShowMessage(game.texts.running, texts::messageCaption, MB_RETRYCANCEL | MB_ICONWARNING) != IDRETRY)
+            return false;
+    return true;
+}
+
+// The uninstall button follows the archive: while it is there, the way back is offered.
+void Ludax::ShowInstalled(const GameActions& game, const SteamAccount& place)
+{
+    Enable(this->*game.uninstallButton, place.*game.profile.installedFlag);
+    KeepFocusUsable();
+}
+
 void Ludax::Install(const GameActions& game)
 {
     SteamAccount* place = SelectedAccount();
-    if (place == nullptr)
+    if (place == nullptr || !GameClosed(game))
         return;
     if (place->*game.profile.installedFlag && ShowMessage(game.texts.reinstallQuestion, texts::questionCaption,
-                                 MB_YESNO | MB_ICONQUESTION) != IDYES)
+                                                          MB_YESNO | MB_ICONQUESTION) != IDYES) {
+        ShowInstalled(game, *place);
         return;
+    }
     const InstallOutcome outcome = InstallConfig(game.profile, *place);
     switch (outcome.result) {
     case InstallOutcome::Result::installed:
-        Enable(this->*game.uninstallButton, true);
-        KeepFocusUsable();
+        ShowInstalled(game, *place);
         ShowMessage(game.texts.installed, texts::messageCaption, MB_ICONINFORMATION);
         return;
     case InstallOutcome::Result::backupFailed:
         EndWithMessage(texts::NotBackedUp(outcome.path), texts::hibaColonCaption, MB_OK);
+    case InstallOutcome::Result::writeFailed:
+        EndWithMessage(texts::NotWritten(outcome.path), texts::hibaColonCaption, MB_OK);
     case InstallOutcome::Result::folderFailed:
         EndWithMessage(texts::FolderNotMade(outcome.path), texts::hibaColonCaption, MB_OK);
     }
@@ -60,14 +85,12 @@ void Ludax::Install(const GameActions& game)
 void Ludax::Uninstall(const GameActions& game)
 {
     SteamAccount* place = SelectedAccount();
-    if (place == nullptr)
+    if (place == nullptr || !GameClosed(game))
         return;
     const UninstallOutcome outcome = UninstallConfig(game.profile, *place);
-    // While the archive stays, the way back stays offered.
-    Enable(this->*game.uninstallButton, outcome.archiveKept);
-    KeepFocusUsable();
-    ShowMessage(outcome.archiveKept ? std::string(game.texts.uninstalled) + "\n" + texts::archiveKept
-                                    : std::string(game.texts.uninstalled),
+    ShowInstalled(game, *place);
+    ShowMessage(outcome.backupKept ? std::string(game.texts.uninstalled) + "\n" + texts::backupKept
+                                   : std::string(game.texts.uninstalled),
                 texts::messageCaption, MB_ICONINFORMATION);
 }
 

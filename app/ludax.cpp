@@ -28,6 +28,14 @@ constexpr SIZE closeClickArea{42, 29};
 // A program without its window has nothing to offer: end at once, as the other fatal paths do.
 [[noreturn]] void WindowFailed() { std::exit(-1); }
 
+// One copy at a time: two copies would each take the other's changes for the player's files.
+// Held until the process ends; false when another copy holds it.
+bool OnlyCopy()
+{
+    HANDLE copy = CreateMutexA(nullptr, FALSE, "Local\\LudaxConfig");
+    return copy != nullptr && GetLastError() != ERROR_ALREADY_EXISTS;
+}
+
 }  // namespace
 
 // What ends the program when an exception is not caught (none is thrown on purpose). The
@@ -45,6 +53,15 @@ void EndWithMessage(const std::string& text, const char* caption, UINT style)
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
 {
+    if (!OnlyCopy()) {
+        // The player started it again: the running window is what they are after.
+        if (HWND running = FindWindowA(ludaxClassName, nullptr)) {
+            if (IsIconic(running))
+                ShowWindow(running, SW_RESTORE);
+            SetForegroundWindow(running);
+        }
+        return 0;
+    }
     {
         Ludax ludax;
         ludax.Run();

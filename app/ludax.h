@@ -28,7 +28,8 @@ struct LudaxLayout {
 //   ludax.cpp     the window: entry, creation, window procedure, painting, fade, hit-testing,
 //                 close box, keyboard focus
 //   controls.cpp  the controls: creation, the account chooser, the buttons' states
-//   actions.cpp   the four buttons' actions: install and uninstall, their boxes and outcomes
+//   actions.cpp   the four buttons' actions: the questions before them, install and uninstall,
+//                 and what their outcomes show
 class Ludax final : public LudaxLayout {
 public:
     // Builds and opens the window; ends the process when the window cannot be made or when
@@ -76,6 +77,8 @@ private:
     // The actions (actions.cpp).
     SteamAccount* SelectedAccount();
     int ShowMessage(const std::string& text, const char* caption, UINT style);
+    bool GameClosed(const GameActions& game);
+    void ShowInstalled(const GameActions& game, const SteamAccount& place);
     void Install(const GameActions& game);
     void Uninstall(const GameActions& game);
     void Cs16Install();

@@ -39,9 +39,16 @@ inline std::string NotBackedUp(const std::string& file)
     return "Could not back up the file\n" + file + "\nNothing more was changed.";
 }
 
-// Added under the game's uninstall message when the backup archive had to stay.
-constexpr char archiveKept[] =
-    "Some files could not be restored, so the backup was kept. Free some disk space and try again.";
+inline std::string NotWritten(const std::string& file)
+{
+    return "Could not write the file\n" + file + "\nNothing more was changed.";
+}
+
+// Added under the game's uninstall message when something could not be undone, whatever the
+// cause: the backup files stay, and so does the uninstall.
+constexpr char backupKept[] =
+    "Some files could not be put back or removed, so the backup was kept. Close the programs that "
+    "use the game's files, free some disk space, then uninstall again.";
 
 struct Game {
     const char* installButton;
@@ -49,6 +56,7 @@ struct Game {
     const char* reinstallQuestion;
     const char* installed;
     const char* uninstalled;
+    const char* running;  // the game is open: asked before an install or uninstall
 };
 
 inline constexpr Game cs16{
@@ -57,6 +65,7 @@ inline constexpr Game cs16{
     "Counter Strike LUDAX config already installed, do you want to reinstall?",
     "Counter Strike LUDAX config installed successfully!",
     "Counter Strike LUDAX config uninstalled!",
+    "Counter-Strike is running. Close the game, then press Retry.",
 };
 
 inline constexpr Game css{
@@ -65,6 +74,7 @@ inline constexpr Game css{
     "Counter Strike Source LUDAX config already installed, do you want to reinstall?",
     "Counter Strike Source LUDAX config installed successfully!",
     "Counter Strike Source LUDAX config uninstalled!",
+    "Counter-Strike: Source is running. Close the game, then press Retry.",
 };
 
 // The chooser's entry for a place: an account folder's name, or "Steam library: <path>".

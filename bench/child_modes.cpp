@@ -47,7 +47,7 @@ int RunOperation(const std::vector<std::string>& args)
     TouchPayloads();
     auto start = std::chrono::steady_clock::now();
     const bool done = install ? InstallConfig(*game->profile, account).result == InstallOutcome::Result::installed
-                              : !UninstallConfig(*game->profile, account).archiveKept;
+                              : !UninstallConfig(*game->profile, account).backupKept;
     auto end = std::chrono::steady_clock::now();
     if (!done) {
         std::fprintf(stderr, "ludax_bench: the %s did not finish\n", args[0].c_str());

@@ -1,6 +1,7 @@
 #include "backup_archive.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "little_endian.h"
 
@@ -17,6 +18,7 @@ bool AppendBackupRecord(OutputFile& archive, const std::string& name, const std:
     if (!in.IsOpen())
         return false;
     const std::uint64_t size = in.Size();
+    const std::uint64_t start = archive.End();
     bool copied = size <= largestBackup;
     if (copied) {
         std::string head;
@@ -30,6 +32,9 @@ bool AppendBackupRecord(OutputFile& archive, const std::string& name, const std:
             copied = in.Read(block.data(), part) && archive.Append(block.data(), part);
             left -= part;
         }
+        copied = in.Close() && copied;
+        if (!copied)
+            static_cast<void>(archive.CutBack(start));  // else a cut record ends the archive: passed over
     }
     return copied;
 }
@@ -41,6 +46,7 @@ ArchiveReader::ArchiveReader(const std::string& path) : file(sys::File::OpenForR
     size = file.Size();
     // The header's four bytes are skipped unread; an archive no longer than them holds nothing.
     position = 4;
+    wholeEnd = size < 4 ? 0 : 4;
     if (size > 4 && !file.Skip(4))
         failed = true;
 }
@@ -91,6 +97,7 @@ bool ArchiveReader::Next(std::string& name, bool& nameTooLong, std::uint32_t& da
     if (nameSize == 0 && dataSize == 0)
         return false;
     unreadData = dataSize;
+    wholeEnd = position + dataSize;
     return true;
 }
 

@@ -18,8 +18,8 @@ constexpr std::uint64_t largestBackup = 0x7FFFFFFF;
 
 // Appends the record of `existingFile` under `name`: its size and whole content, read just
 // before it is overwritten. False when the file cannot be read whole, is too large to record,
-// or a write to the archive falls short; the archive then ends in at most one cut record,
-// which the reader passes over.
+// or a write to the archive falls short; what reached the archive is then cut away again (and
+// should that fail too, the archive ends in one cut record, which every reader passes over).
 bool AppendBackupRecord(OutputFile& archive, const std::string& name, const std::string& existingFile);
 
 // Reads an archive file one record at a time, in the walk's order and with its end rules, so
@@ -45,6 +45,11 @@ public:
     // A read failed: the archive's later records are unknown.
     bool Failed() const { return failed; }
 
+    // Where the last whole record read so far ends (the header's end before any); 0 while the
+    // file is shorter than the header. After the walk, what follows is no record anyone wrote
+    // whole.
+    std::uint64_t WholeEnd() const { return wholeEnd; }
+
 private:
     bool ReadLength(std::uint32_t& value);
 
@@ -52,5 +57,6 @@ private:
     std::uint64_t size = 0;      // the file's size when opened
     std::uint64_t position = 0;  // where the next unread byte lies
     std::uint64_t unreadData = 0;  // data bytes of the current record not yet read
+    std::uint64_t wholeEnd = 0;
     bool failed = false;
 };

@@ -1,12 +1,13 @@
 #include "install.h"
 
-#include <optional>
+#include <algorithm>
+#include <map>
+#include <set>
 #include <vector>
 
 #include "backup_archive.h"
 #include "container.h"
-#include "folders.h"
-#include "link_rule.h"
+#include "cover.h"
 #include "little_endian.h"
 #include "output_file.h"
 #include "removal_list.h"
@@ -14,81 +15,219 @@
 
 namespace {
 
-struct BackupFiles {
-    BackupFiles(const std::string& archivePath, const std::string& removalListPath)
-        : archive(archivePath), removalList(removalListPath)
+using Result = InstallOutcome::Result;
+
+// What the install does for one payload record, decided before anything is changed.
+struct Step {
+    std::string name;
+    const char* data = nullptr;
+    std::size_t size = 0;
+    std::string target;
+    std::vector<std::string> folders;  // to be made on the way to the target, outermost first
+    bool backUp = false;               // a player's file that no backup file covers yet
+    bool fileInTheWay = false;         // a file stands where a folder on the way belongs
+    InstallOutcome stop;               // where the install stops instead, if it does
+};
+
+bool Below(const std::string& path, const std::string& folder)
+{
+    return path.size() > folder.size() + 1 && path.compare(0, folder.size(), folder) == 0 &&
+           path[folder.size()] == '/';
+}
+
+// Decides each step from what stands on disk now and what the backup files already cover.
+class Planner {
+public:
+    Planner(const GameProfile& game, const SteamAccount& place, const Cover& cover)
+        : contentFolder(place.*game.contentFolder), gameFolder(place.*game.gameFolder), cover(cover)
     {
+    }
+
+    void Plan(Step& step)
+    {
+        bool missing = false;  // below a missing folder, or a file, nothing stands either
+        for (std::size_t slash = step.target.find('/'); slash != std::string::npos && !Stopped(step);
+             slash = step.target.find('/', slash + 1)) {
+            const std::string folder = step.target.substr(0, slash);
+            if (folder.size() > 3 && !planned.count(folder))
+                PlanFolder(step, folder, missing);
+        }
+        if (!Stopped(step))
+            PlanTarget(step, missing);
+    }
+
+    static bool Stopped(const Step& step) { return step.stop.result != Result::installed; }
+
+    // New removal lines, files in the payload's order, then folders innermost first.
+    std::vector<std::string> newLines;
+    std::vector<std::string> newFolders;
+
+private:
+    void PlanFolder(Step& step, const std::string& folder, bool& missing)
+    {
+        const sys::Entry entry = missing ? sys::Entry{} : Look(folder);
+        switch (entry.kind) {
+        case sys::EntryKind::none:
+            missing = true;
+            if (!Below(folder, gameFolder)) {
+                step.stop = {Result::folderFailed, folder};  // the game's folder itself is gone
+                return;
+            }
+            step.folders.push_back(folder);
+            planned.insert(folder);
+            if (!cover.listed.count(folder))
+                newFolders.push_back(folder);
+            return;
+        case sys::EntryKind::file:
+        case sys::EntryKind::folder:
+            // A link at or above the content folder is the player's layout; below it, the
+            // target may lie anywhere, and the uninstall would not follow.
+            if (entry.link && Below(folder, contentFolder.substr(0, contentFolder.size() - 1)))
+                step.stop = {Result::writeFailed, step.target};
+            else if (entry.kind == sys::EntryKind::file)
+                step.fileInTheWay = missing = true;
+            return;
+        case sys::EntryKind::unknown:
+            step.stop = {Result::writeFailed, step.target};
+            return;
+        }
+    }
+
+    void PlanTarget(Step& step, bool missing)
+    {
+        const sys::Entry entry = missing ? sys::Entry{} : sys::LookUp(step.target);
+        if (entry.kind == sys::EntryKind::unknown) {
+            step.stop = {Result::backupFailed, step.target};
+        } else if (entry.link) {
+            step.stop = {Result::writeFailed, step.target};
+        } else if (entry.kind == sys::EntryKind::none) {
+            if (!cover.listed.count(step.target))
+                newLines.push_back(step.target);
+        } else {
+            step.backUp = !cover.backedUp.count(step.name) && !cover.listed.count(step.target);
+        }
+    }
+
+    sys::Entry Look(const std::string& folder)
+    {
+        auto known = seen.find(folder);
+        if (known == seen.end())
+            known = seen.emplace(folder, sys::LookUp(folder)).first;
+        return known->second;
+    }
+
+    const std::string& contentFolder;
+    const std::string& gameFolder;
+    const Cover& cover;
+    std::map<std::string, sys::Entry> seen;  // folders looked up, each once a run
+    std::set<std::string> planned;           // folders an earlier step makes
+};
+
+// Every target, with its record, in the payload's order.
+std::vector<Step> Steps(const GameProfile& game, const SteamAccount& place)
+{
+    std::vector<Step> steps;
+    WalkRecords(game.payload->start, game.payload->length, 0, [&](const ContainerRecord& record) {
+        Step step;
+        step.name = record.name;
+        step.data = record.data;
+        step.size = record.size;
+        step.target = place.*game.contentFolder + record.name;
+        steps.push_back(std::move(step));
+        return true;
+    });
+    return steps;
+}
+
+// The backup files before anything else changes: the archive (whose presence offers the
+// uninstall) with its header, then the removal list with every line this install adds.
+InstallOutcome WriteAhead(const std::string& archivePath, const std::string& listPath, const Cover& cover,
+                          const std::vector<std::string>& lines)
+{
+    if (!cover.archiveExists || cover.archiveEnd == 0) {
+        OutputFile archive = cover.archiveExists ? OutputFile::Continue(archivePath, 0) : OutputFile::Create(archivePath);
         std::string header;
         AppendLittleEndian32(header, backupArchiveHeader);
         archive.Append(header);
+        if (!archive.Close())
+            return {Result::writeFailed, archivePath};
     }
+    if (cover.listExists && lines.empty())
+        return {};
+    OutputFile list = cover.listExists ? OutputFile::Continue(listPath, cover.listExtent.linesEnd)
+                                       : OutputFile::Create(listPath);
+    const std::uint64_t start = list.End();
+    const std::string block = (cover.listExists && cover.listExtent.lastLineOpen ? "\r\n" : "") + RemovalLines(lines);
+    if (!list.Append(block))
+        static_cast<void>(list.CutBack(start));  // no half line may stay for the uninstall to read
+    if (!list.Close())
+        return {Result::writeFailed, listPath};
+    return {};
+}
 
-    OutputFile archive;
-    OutputFile removalList;
-    // The removal list's lines of the files created so far. They name only what the install
-    // made, never a player's file, so they are gathered here and written in one piece when the
-    // install ends, whichever way it ends.
-    std::string createdFiles;
-};
-
-// Ends both backup files: the created files' lines, then the created folders innermost first,
-// so that each folder is already empty when the uninstall reaches it.
-void FinishBackupFiles(BackupFiles& backups, const std::vector<std::string>& created)
+// Carries out one step: the backup of the player's file, the folders, the file itself.
+InstallOutcome Carry(const Step& step, const std::string& archivePath, std::uint64_t& archiveEnd)
 {
-    for (auto folder = created.rbegin(); folder != created.rend(); ++folder)
-        AppendRemovalLine(backups.createdFiles, *folder);
-    backups.removalList.Append(backups.createdFiles);
-    // What failed to reach either file cannot be written anywhere else: the outcome stands.
-    static_cast<void>(backups.archive.Close());
-    static_cast<void>(backups.removalList.Close());
+    if (Planner::Stopped(step))
+        return step.stop;
+    if (step.backUp) {
+        OutputFile archive = OutputFile::Continue(archivePath, archiveEnd);
+        const bool recorded = AppendBackupRecord(archive, step.name, step.target);
+        if (!archive.Close() || !recorded)
+            return {Result::backupFailed, step.target};
+        archiveEnd = archive.End();
+    }
+    for (const std::string& folder : step.folders)
+        if (!sys::MakeFolder(folder) && !sys::PathExists(folder))
+            return {Result::folderFailed, folder};
+    // Where a file stands in a folder's place, the write fails, and that is all: the next
+    // record that needs a folder below it stops the install.
+    if (!WriteWholeFile(step.target, step.data, step.size) && !step.fileInTheWay)
+        return {Result::writeFailed, step.target};
+    return {};
 }
 
 }  // namespace
 
 InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place)
 {
-    // Only the first install keeps backups; a reinstall leaves them as the first one wrote them.
-    const bool firstInstall = !(place.*game.installedFlag);
-    const std::string& placeFolder = place.folder;
-    const std::string& contentFolder = place.*game.contentFolder;
-    std::vector<std::string> created;
-    KnownFolders known;
-    std::optional<BackupFiles> backups;
-    if (firstInstall)
-        backups.emplace(placeFolder + game.archiveName, placeFolder + game.removalListName);
+    const std::string archivePath = place.folder + game.archiveName;
+    const std::string listPath = place.folder + game.removalListName;
+    std::vector<Step> steps = Steps(game, place);
 
-    InstallOutcome outcome;
-    WalkRecords(game.payload->start, game.payload->length, 0, [&](const ContainerRecord& record) {
-        const std::string target = contentFolder + record.name;
-        if (backups) {
-            const sys::Entry existing = sys::LookUp(target);
-            if (existing.kind != sys::EntryKind::none) {
-                // A player's file is overwritten only once its record is in the archive. A link
-                // is never followed: its target may lie anywhere, and the uninstall would not
-                // write through it to put the file back.
-                const std::string folder = target.substr(0, target.rfind('/'));
-                if (existing.link || MeetsLink(placeFolder, folder, &known) ||
-                    !AppendBackupRecord(backups->archive, record.name, target)) {
-                    outcome = {InstallOutcome::Result::backupFailed, target};
-                    return false;
-                }
-            } else {
-                AppendRemovalLine(backups->createdFiles, target);
-            }
-        }
-        const std::string notMade = CreateFolders(target, &created, &known);
-        if (!notMade.empty()) {
-            outcome = {InstallOutcome::Result::folderFailed, notMade};
-            return false;
-        }
-        // A target that cannot be written is not reported: the install goes on.
-        static_cast<void>(WriteWholeFile(target, record.data, record.size));
-        return true;
-    });
+    // Only what this payload can make is looked for in the backup files.
+    std::set<std::string> names, paths;
+    for (const Step& step : steps) {
+        names.insert(step.name);
+        for (std::size_t slash = step.target.find('/'); slash != std::string::npos;
+             slash = step.target.find('/', slash + 1))
+            paths.insert(step.target.substr(0, slash));
+        paths.insert(step.target);
+    }
+    const Cover cover = ReadCover(archivePath, listPath, names, paths);
+    if (!cover.unreadable.empty())
+        return {Result::writeFailed, cover.unreadable};
 
-    if (backups)
-        FinishBackupFiles(*backups, created);
-    if (outcome.result == InstallOutcome::Result::installed)
-        place.*game.installedFlag = true;
+    // Planned up to the step the install stops at, if it does.
+    Planner planner(game, place, cover);
+    std::size_t planned = 0;
+    while (planned < steps.size()) {
+        planner.Plan(steps[planned]);
+        if (Planner::Stopped(steps[planned++]))
+            break;
+    }
+    std::vector<std::string> lines = planner.newLines;
+    lines.insert(lines.end(), planner.newFolders.rbegin(), planner.newFolders.rend());
+    InstallOutcome outcome = WriteAhead(archivePath, listPath, cover, lines);
+    if (outcome.result != Result::installed)
+        return outcome;
+
+    std::uint64_t archiveEnd = std::max<std::uint64_t>(cover.archiveEnd, 4);
+    for (std::size_t i = 0; i < planned; ++i) {
+        outcome = Carry(steps[i], archivePath, archiveEnd);
+        if (outcome.result != Result::installed)
+            return outcome;
+    }
+    place.*game.installedFlag = true;
     return outcome;
 }

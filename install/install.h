@@ -11,15 +11,19 @@ struct InstallOutcome {
     enum class Result {
         installed,     // every file written
         backupFailed,  // stopped before `path`, a player's file that could not be backed up
+        writeFailed,   // stopped at `path`, a file that could not be written (or reached only
+                       // through a link, or one of the backup files themselves)
         folderFailed,  // stopped at `path`, a folder that could neither be found nor made
     };
     Result result = Result::installed;
     std::string path;
 };
 
-// Writes the game's payload into the place's content folder. A first install (the place's
-// installed flag clear) keeps the files it overwrites in the backup archive and lists what it
-// creates in the removal list; a reinstall leaves both as the first install wrote them. A stop
-// leaves both backup files holding what was done up to there, so that the uninstall undoes it.
-// The installed flag is set once every file is written.
+// Writes the game's payload into the place's content folder. Before it changes anything, what
+// the uninstall needs to undo it is on disk: the backup archive holds each player's file before
+// it is overwritten, and the removal list names each file and folder before it is made. Every
+// install covers the targets earlier installs did not (a first one, or one stopped part-way);
+// after a first install that ran to its end, a later one adds nothing to either file. A stop
+// leaves both backup files covering what was done. The installed flag is set once every file is
+// written.
 InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place);

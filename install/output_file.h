@@ -1,10 +1,12 @@
 #pragma once
-// The files the install writes: whole payload files, and the two backup files written piece by
-// piece. Both go through the operating-system layer, so that every write sees exactly the
-// paths its existence test sees.
+// The files the install writes: whole payload files, and the two backup files, to which pieces
+// (a backup record, a block of removal lines) are added at the end. Both go through the
+// operating-system layer, so that every write sees exactly the paths its existence test sees.
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
+#include <utility>
 
 #include "system.h"
 
@@ -12,21 +14,31 @@
 // the file closed without an error.
 [[nodiscard]] bool WriteWholeFile(const std::string& path, const char* data, std::size_t size);
 
-// A file written piece by piece: created or truncated on opening, closed at the latest when
-// the object goes. The first failure sticks: a file that could not be opened, or one write
-// that fell short, fails every later append, so nothing follows a gap.
+// A file written at its end. The first failure sticks: a file that could not be opened, or one
+// write that fell short, fails every later append, so nothing follows a gap; CutBack then takes
+// the unfinished piece away again.
 class OutputFile {
 public:
-    explicit OutputFile(const std::string& path) : file(sys::File::Create(path)), intact(file.IsOpen()) {}
+    // Creates or truncates `path`.
+    static OutputFile Create(const std::string& path);
+    // Opens the existing `path` to go on after its first `keep` bytes; what follows them goes.
+    static OutputFile Continue(const std::string& path, std::uint64_t keep);
 
     bool Append(const char* data, std::size_t size);
     bool Append(const std::string& bytes) { return Append(bytes.data(), bytes.size()); }
     // True while every append so far went through.
     bool Intact() const { return intact; }
+    // The file's size as far as it went through whole.
+    std::uint64_t End() const { return end; }
+    // Cuts the file back to `size` bytes, taking away a piece a failed append left.
+    [[nodiscard]] bool CutBack(std::uint64_t size);
     // True when the file was intact and closed without an error.
     [[nodiscard]] bool Close();
 
 private:
+    OutputFile(sys::File file, std::uint64_t end) : file(std::move(file)), intact(this->file.IsOpen()), end(end) {}
+
     sys::File file;
     bool intact;
+    std::uint64_t end;
 };

@@ -6,13 +6,19 @@
 
 #include "system.h"
 
-void AppendRemovalLine(std::string& lines, const std::string& path) { lines += path + "\r\n"; }
-
-bool RemovalLines::Feed(const char* bytes, std::size_t size)
+std::string RemovalLines(const std::vector<std::string>& paths)
 {
-    for (std::size_t i = 0; i < size && !ended; ++i) {
+    std::string lines;
+    for (const std::string& path : paths)
+        lines += path + "\r\n";
+    return lines;
+}
+
+bool RemovalListReader::Feed(const char* bytes, std::size_t size)
+{
+    for (std::size_t i = 0; i < size && !ended; ++i, ++offset) {
         if (bytes[i] == '\n')
-            EndLine();
+            EndLine(offset + 1);
         else if (bytes[i] == '\r')
             continue;
         else if (line.size() < sys::maxPathLength)
@@ -23,33 +29,35 @@ bool RemovalLines::Feed(const char* bytes, std::size_t size)
     return !ended;
 }
 
-void RemovalLines::Finish()
+void RemovalListReader::Finish()
 {
-    if (!ended && (!line.empty() || overlong))
-        EndLine();
+    if (!ended && (!line.empty() || overlong)) {
+        EndLine(offset);
+        extent.lastLineOpen = true;
+    }
     ended = true;
 }
 
-void RemovalLines::EndLine()
+void RemovalListReader::EndLine(std::uint64_t lineEnd)
 {
-    if (overlong) {
-        overlong = false;
-    } else if (line.empty()) {
+    if (!overlong && line.empty()) {
         ended = true;
         return;
-    } else {
-        visit(line);
     }
+    if (!overlong)
+        visit(line);
+    overlong = false;
     line.clear();
+    extent.linesEnd = lineEnd;
 }
 
-bool ReadRemovalListFile(const std::string& path, const RemovalLines::Visit& visit)
+bool ReadRemovalListFile(const std::string& path, const RemovalListReader::Visit& visit, ListExtent* extent)
 {
     sys::File file = sys::File::OpenForReading(path);
     if (!file.IsOpen())
         return false;
     std::uint64_t size = file.Size();
-    RemovalLines lines(visit);
+    RemovalListReader lines(visit);
     // No more than the size it had when opened: a file that keeps growing still ends.
     std::vector<char> block(static_cast<std::size_t>(std::min<std::uint64_t>(size, 64 * 1024)));
     bool read = true;
@@ -65,5 +73,7 @@ bool ReadRemovalListFile(const std::string& path, const RemovalLines::Visit& vis
     }
     if (size == 0)
         lines.Finish();
-    return read;
+    if (extent)
+        *extent = lines.Extent();
+    return file.Close() && read;
 }

@@ -1,32 +1,102 @@
 #include "uninstall.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "backup_archive.h"
 #include "folders.h"
-#include "link_rule.h"
-#include "name_rules.h"
+#include "little_endian.h"
+#include "output_file.h"
 #include "removal_list.h"
+#include "safe_paths.h"
 #include "system.h"
+#include "windows_names.h"
 
 namespace {
 
-// Deletes what the first install created, innermost folders after their files. Nothing is
-// deleted through a link, and a line the install could not have written is passed over.
-void RemoveCreated(const std::string& accountFolder, const std::string& listPath)
+// More lines than any install writes: the lines of a longer list past it are passed over.
+constexpr std::size_t lineLimit = 1 << 16;
+
+struct Removal {
+    bool listExists = false;
+    bool readWhole = true;                // the list was read to its end, or to its first empty line
+    std::vector<std::string> remaining;   // lines naming what the installs made and is still there
+};
+
+std::size_t Depth(const std::string& path) { return static_cast<std::size_t>(std::count(path.begin(), path.end(), '/')); }
+
+bool Below(const std::string& path, const std::string& folder)
 {
-    if (sys::LookUp(listPath).kind != sys::EntryKind::file || MeetsLink(accountFolder, listPath, nullptr))
-        return;
-    KnownFolders known;
-    const bool read = ReadRemovalListFile(listPath, [&](const std::string& path) {
-        // RemovePath itself refuses a link; the folders above it are looked at here.
-        if (!IsRemovableBelow(path, accountFolder) ||
-            MeetsLink(accountFolder, path.substr(0, path.rfind('/')), &known))
-            return;
-        RemovePath(path);
-        known.erase(path);
+    return path.size() > folder.size() + 1 && path.compare(0, folder.size(), folder) == 0 &&
+           path[folder.size()] == '/';
+}
+
+enum class Contents { none, some, unknown };
+
+// What a folder holds besides "." and "..", which every listing of a folder has.
+Contents ContentsOf(const std::string& folder)
+{
+    bool listed = false;
+    for (const sys::ListedEntry& entry : sys::ListFolder(folder + "/")) {
+        if (entry.name == ".")
+            listed = true;
+        else if (entry.name != "..")
+            return Contents::some;
+    }
+    return listed ? Contents::none : Contents::unknown;
+}
+
+// Removes one listed folder; true when it still stands and is ours to remove: empty, or
+// holding only what remains of ours. A folder holding the player's files stays, and is done.
+bool FolderRemains(const std::string& folder, const std::vector<std::string>& remaining)
+{
+    if (sys::RemoveFolder(folder))
+        return false;
+    const sys::Entry entry = sys::LookUp(folder);
+    if (entry.kind == sys::EntryKind::none)
+        return false;
+    if (entry.kind != sys::EntryKind::folder || ContentsOf(folder) != Contents::some)
+        return true;
+    return std::any_of(remaining.begin(), remaining.end(), [&](const std::string& line) { return Below(line, folder); });
+}
+
+// Deletes what the removal list names, files first, then folders innermost first, so the
+// lines may come in any order.
+Removal RemoveCreated(const std::string& listPath, const std::string& gameFolder, const std::string& contentFolder)
+{
+    Removal removal;
+    const sys::Entry list = sys::LookUp(listPath);
+    removal.listExists = list.kind != sys::EntryKind::none;
+    if (!removal.listExists)
+        return removal;
+    std::vector<std::string> lines;
+    removal.readWhole = !list.link && ReadRemovalListFile(listPath, [&](const std::string& line) {
+        if (lines.size() < lineLimit && IsRemovableLine(line, gameFolder, contentFolder))
+            lines.push_back(line);
     });
-    // A list that could not be read whole stays for the next try.
-    if (read)
-        static_cast<void>(sys::RemoveFile(listPath));  // one left behind is read again, harmlessly
+
+    KnownFolders known;
+    std::vector<std::string> folders;
+    for (const std::string& line : lines) {
+        const Way way = WayTo(contentFolder, line.substr(0, line.rfind('/')), &known);
+        if (way == Way::link)
+            continue;  // nothing of ours lies behind a link
+        const sys::Entry entry = way == Way::clear ? sys::LookUp(line) : sys::Entry{sys::EntryKind::unknown, false};
+        if (entry.kind == sys::EntryKind::unknown)
+            removal.remaining.push_back(line);
+        else if (entry.link || entry.kind == sys::EntryKind::none)
+            continue;  // gone already, or never ours: no install makes a link
+        else if (entry.kind == sys::EntryKind::folder)
+            folders.push_back(line);
+        else if (!sys::RemoveFile(line) && sys::LookUp(line).kind != sys::EntryKind::none)
+            removal.remaining.push_back(line);
+    }
+    std::stable_sort(folders.begin(), folders.end(),
+                     [](const std::string& a, const std::string& b) { return Depth(a) > Depth(b); });
+    for (const std::string& folder : folders)
+        if (FolderRemains(folder, removal.remaining))
+            removal.remaining.push_back(folder);
+    return removal;
 }
 
 // Writes one record's data to its target; true when every byte went in and the file closed
@@ -41,17 +111,14 @@ bool RestoreRecord(ArchiveReader& archive, const std::string& target)
     return out.Close() && written;
 }
 
-// Puts back the player's files the archive holds. True when the archive may go: it could be
-// read to its end and every record the install could have written is back whole. A record
-// whose name the install could never have written is passed over and does not count.
-bool RestoreArchive(const std::string& accountFolder, const std::string& archivePath,
-                    const std::string& contentFolder)
+// Puts back the player's files the archive holds. True when every record the install could
+// have written is back whole and the archive could be read to its end. A record whose name
+// no install could have written, or that the archive does not hold whole, is passed over.
+bool RestoreArchive(const std::string& archivePath, const std::string& contentFolder)
 {
-    const sys::Entry entry = sys::LookUp(archivePath);
-    if (entry.kind == sys::EntryKind::none)
+    const sys::EntryKind kind = sys::LookUp(archivePath).kind;
+    if (kind == sys::EntryKind::none)
         return true;  // nothing to put back, and nothing to lose
-    if (MeetsLink(accountFolder, archivePath, nullptr))
-        return false;
     ArchiveReader archive(archivePath);
     if (!archive.Opened())
         return false;
@@ -62,28 +129,63 @@ bool RestoreArchive(const std::string& accountFolder, const std::string& archive
     std::uint32_t size = 0;
     while (archive.Next(name, nameTooLong, size)) {
         const std::string target = contentFolder + name;
-        if (nameTooLong || !IsRestorableName(name) || target.size() > sys::maxPathLength)
+        if (nameTooLong || !IsWindowsName(name) || target.size() > sys::maxPathLength)
             continue;
-        const bool restored = !MeetsLink(accountFolder, target, &known) &&
+        const bool restored = WayTo(contentFolder, target, &known) == Way::clear &&
                               CreateFolders(target, nullptr, &known).empty() && RestoreRecord(archive, target);
         allRestored = allRestored && restored;
     }
     return allRestored && !archive.Failed();
 }
 
+// Puts a removal list naming just `lines` in the place of the old one, in one step; the old
+// one stays when that fails.
+void RewriteRemovalList(const std::string& listPath, const std::string& draftPath, const std::vector<std::string>& lines)
+{
+    OutputFile draft = OutputFile::Create(draftPath);
+    draft.Append(RemovalLines(lines));
+    if (!draft.Close() || !sys::MoveOver(draftPath, listPath))
+        static_cast<void>(sys::RemoveFile(draftPath));
+}
+
+// An archive holding no records: it keeps the uninstall offered while something remains.
+void KeepUninstallOffered(const std::string& archivePath)
+{
+    if (sys::LookUp(archivePath).kind != sys::EntryKind::none)
+        return;
+    OutputFile archive = OutputFile::Create(archivePath);
+    std::string header;
+    AppendLittleEndian32(header, backupArchiveHeader);
+    archive.Append(header);
+    static_cast<void>(archive.Close());  // without it, the next start offers the install again
+}
+
 }  // namespace
 
 UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place)
 {
-    const std::string& placeFolder = place.folder;
-    RemoveCreated(placeFolder, placeFolder + game.removalListName);
+    const std::string archivePath = place.folder + game.archiveName;
+    const std::string listPath = place.folder + game.removalListName;
+    // A rewrite of the removal list an earlier uninstall did not finish: its draft is ours.
+    const std::string draftPath = listPath + ".new";
+    if (sys::LookUp(draftPath).kind == sys::EntryKind::file)
+        static_cast<void>(sys::RemoveFile(draftPath));
 
-    const std::string archivePath = placeFolder + game.archiveName;
+    const Removal removal = RemoveCreated(listPath, place.*game.gameFolder, place.*game.contentFolder);
+    const bool restored = RestoreArchive(archivePath, place.*game.contentFolder);
+
     UninstallOutcome outcome;
-    // Some of the player's bytes may be only in the archive: then it stays, and so does the way back.
-    outcome.archiveKept = !RestoreArchive(placeFolder, archivePath, place.*game.contentFolder);
-    if (!outcome.archiveKept)
-        static_cast<void>(sys::RemoveFile(archivePath));
-    place.*game.installedFlag = outcome.archiveKept;
+    outcome.backupKept = !removal.readWhole || !removal.remaining.empty() || !restored;
+    // The removal list goes first: an archive left alone still offers the uninstall, which
+    // finishes the job; a removal list left alone would not be offered.
+    if (!outcome.backupKept && removal.listExists && !sys::RemoveFile(listPath))
+        outcome.backupKept = true;
+    else if (!outcome.backupKept && sys::PathExists(archivePath) && !sys::RemoveFile(archivePath))
+        outcome.backupKept = true;
+    else if (outcome.backupKept && removal.listExists && removal.readWhole)
+        RewriteRemovalList(listPath, draftPath, removal.remaining);
+    if (outcome.backupKept)
+        KeepUninstallOffered(archivePath);
+    place.*game.installedFlag = sys::PathExists(archivePath);
     return outcome;
 }

@@ -1,14 +1,18 @@
 #pragma once
-// Undoing a game's first install in a place: what it created goes, the player's files come back.
+// Undoing a game's installs in a place: what they created goes, the player's files come back.
 
 #include "game_profile.h"
 #include "steam_account.h"
 
 struct UninstallOutcome {
-    // Some of the player's bytes are still only in the backup archive, which stays.
-    bool archiveKept = false;
+    // Something could not be undone: a file or an empty folder the installs made that would not
+    // go, or a player's file the archive holds whole that could not be written back. Both backup
+    // files stay (the removal list naming only what remains), and so does the uninstall.
+    bool backupKept = false;
 };
 
-// Deletes what the first install created and puts the player's files back; the backup
-// archive, and with it the installed flag, goes only when every file it holds came back whole.
+// Deletes what the installs created, files first, then folders innermost first, and puts the
+// player's files back. Only what lies below the game's own folder is touched, never through a
+// link below the content folder, and lines and records that no install could have written are
+// passed over. The installed flag follows the backup archive.
 UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place);

@@ -1,6 +1,7 @@
 #include "find_games.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "libraryfolders_vdf.h"
 #include "steam_layouts.h"
@@ -15,23 +16,46 @@ constexpr std::size_t libraryLimit = 1000;
 // libraryfolders.vdf is a few kilobytes; only its start is read.
 constexpr std::size_t libraryFileLimit = 1 << 20;
 
-// One spelling for the ways Windows accepts of naming the same folder: letter case, '\' or '/'
-// and a trailing separator make no difference there.
+// One spelling for the ways Windows accepts of naming the same folder: letter case, '\' or '/',
+// doubled and trailing separators, and "." and ".." segments make no difference there. A ".."
+// never climbs above the drive or the root.
 std::string PlaceKey(const std::string& path)
 {
-    std::string key;
+    std::string lowered;
     for (char c : path)
-        key += c == '\\' ? '/' : (c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c);
-    while (!key.empty() && key.back() == '/')
-        key.pop_back();
+        lowered += c == '\\' ? '/' : (c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c);
+    const std::size_t rootEnd = lowered.find_first_not_of('/');
+    const std::string root = lowered.substr(0, std::min(rootEnd, lowered.size()));
+    std::vector<std::string> segments;
+    std::size_t kept = 0;  // segments a ".." may take away: not the drive
+    for (std::size_t begin = root.size(); begin < lowered.size();) {
+        std::size_t end = std::min(lowered.find('/', begin), lowered.size());
+        const std::string segment = lowered.substr(begin, end - begin);
+        begin = end + 1;
+        if (segment.empty() || segment == ".")
+            continue;
+        if (segment == "..") {
+            if (kept > 0) {
+                segments.pop_back();
+                --kept;
+            }
+            continue;
+        }
+        segments.push_back(segment);
+        if (!(segments.size() == 1 && root.empty() && segment.size() == 2 && segment[1] == ':'))
+            ++kept;
+    }
+    std::string key = root;
+    for (std::size_t i = 0; i < segments.size(); ++i)
+        key += (i ? "/" : "") + segments[i];
     return key;
 }
 
 // Tests the place's game folders and backup archives; true when it holds any of them.
 bool HoldsAnything(SteamAccount& place)
 {
-    place.hasCs16 = sys::PathExists(Cs16GameFolder(place));
-    place.hasCss = sys::PathExists(CssGameFolder(place));
+    place.hasCs16 = sys::PathExists(Cs16Marker(place));
+    place.hasCss = sys::PathExists(CssMarker(place));
     place.hasCs16Backup = sys::PathExists(place.folder + "/cs16ludax.bak");
     place.hasCssBackup = sys::PathExists(place.folder + "/cssludax.bak");
     return place.hasCs16 || place.hasCss || place.hasCs16Backup || place.hasCssBackup;

@@ -5,8 +5,10 @@ SteamAccount AccountFolderEntry(const std::string& steamappsPath, const std::str
     SteamAccount account;
     account.name = name;
     account.folder = steamappsPath + name;
-    account.cs16Content = account.folder + "/counter-strike/cstrike/";
-    account.cssContent = account.folder + "/counter-strike source/cstrike/";
+    account.cs16Game = account.folder + "/counter-strike";
+    account.cssGame = account.folder + "/counter-strike source";
+    account.cs16Content = account.cs16Game + "/cstrike/";
+    account.cssContent = account.cssGame + "/cstrike/";
     return account;
 }
 
@@ -16,17 +18,13 @@ SteamAccount LibraryEntry(const std::string& libraryPath)
     library.name = libraryPath;
     library.library = true;
     library.folder = libraryPath + "/steamapps/common";
-    library.cs16Content = library.folder + "/Half-Life/cstrike/";
-    library.cssContent = library.folder + "/Counter-Strike Source/cstrike/custom/ludax/";
+    library.cs16Game = library.folder + "/Half-Life";
+    library.cssGame = library.folder + "/Counter-Strike Source";
+    library.cs16Content = library.cs16Game + "/cstrike/";
+    library.cssContent = library.cssGame + "/cstrike/custom/ludax/";
     return library;
 }
 
-std::string Cs16GameFolder(const SteamAccount& place)
-{
-    return place.folder + (place.library ? "/Half-Life/cstrike" : "/counter-strike");
-}
+std::string Cs16Marker(const SteamAccount& place) { return place.library ? place.cs16Game + "/cstrike" : place.cs16Game; }
 
-std::string CssGameFolder(const SteamAccount& place)
-{
-    return place.folder + (place.library ? "/Counter-Strike Source/cstrike" : "/counter-strike source");
-}
+std::string CssMarker(const SteamAccount& place) { return place.library ? place.cssGame + "/cstrike" : place.cssGame; }

@@ -32,7 +32,10 @@ std::vector<ListedEntry> ListFolder(const std::string& folder);
 // cannot see is never written.
 constexpr std::size_t maxPathLength = 259;
 
-enum class EntryKind { none, file, folder };
+// `none`: nothing stands there (nor can: the path is too long, or a folder on the way is missing
+// or a file). `unknown`: the system could not tell (access denied, an I/O error): whoever must
+// not guess stops there.
+enum class EntryKind { none, file, folder, unknown };
 
 // The entry itself, never what a link points to. `link` is set for a symbolic link, junction
 // or other reparse point (Win32: FILE_ATTRIBUTE_REPARSE_POINT from FindFirstFileA; POSIX:
@@ -43,8 +46,12 @@ struct Entry {
 };
 Entry LookUp(const std::string& path);
 
-// True when a file or folder of exactly that path exists.
-inline bool PathExists(const std::string& path) { return LookUp(path).kind != EntryKind::none; }
+// True when a file or folder of exactly that path is known to exist.
+inline bool PathExists(const std::string& path)
+{
+    const EntryKind kind = LookUp(path).kind;
+    return kind == EntryKind::file || kind == EntryKind::folder;
+}
 
 // At most `limit` bytes from the start of the file; false when it cannot be opened.
 bool ReadFileStart(const std::string& path, std::size_t limit, std::string& bytes);
@@ -58,6 +65,8 @@ public:
     static File OpenForReading(const std::string& path);
     // Creates or truncates a file for writing.
     static File Create(const std::string& path);
+    // Opens an existing file for writing at its end; Size() gives that end.
+    static File OpenForAppending(const std::string& path);
 
     File() = default;
     File(File&& other) noexcept : handle(other.handle), open(other.open), size(other.size)
@@ -90,6 +99,8 @@ public:
     [[nodiscard]] bool Write(const std::string& bytes) { return Write(bytes.data(), bytes.size()); }
     // Moves the read position `count` bytes on.
     [[nodiscard]] bool Skip(std::uint64_t count);
+    // Cuts a file open for appending to `size` bytes and goes on writing there.
+    [[nodiscard]] bool Truncate(std::uint64_t size);
     // True when the file was open and closed without an error (one the system kept from an
     // earlier write included). The file is closed in any case.
     [[nodiscard]] bool Close();
@@ -107,5 +118,11 @@ private:
 // Removes an empty folder, or one file.
 [[nodiscard]] bool RemoveFolder(const std::string& path);
 [[nodiscard]] bool RemoveFile(const std::string& path);
+// Puts the file `from` in the place of the file `to` in one step: whoever looks finds the old
+// file or the new one, never a mix.
+[[nodiscard]] bool MoveOver(const std::string& from, const std::string& to);
+
+// The file names of the programs running now ("hl.exe"), as the system gives them.
+std::vector<std::string> RunningProgramNames();
 
 }  // namespace sys

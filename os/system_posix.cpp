@@ -1,6 +1,7 @@
 #include "system.h"
 
 #include <dirent.h>
+#include <sys/types.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -12,9 +13,51 @@
 #include <fstream>
 #include <iterator>
 
+#include "fault_injection.h"
+
 namespace sys {
 
+namespace faults {
+
 namespace {
+
+// The one piece of state of the test hook: this body stands in for Windows in tests only.
+struct Plan {
+    std::uint64_t calls = 0;
+    std::uint64_t nth = 0;
+    Mode mode = Mode::fail;
+};
+
+Plan& ThePlan()
+{
+    static Plan plan;
+    return plan;
+}
+
+}  // namespace
+
+void Arm(std::uint64_t nth, Mode mode) { ThePlan() = Plan{0, nth, mode}; }
+
+std::uint64_t Calls() { return ThePlan().calls; }
+
+}  // namespace faults
+
+namespace {
+
+// Counts one call into the layer; true when this one is to fail. Ends the process when the
+// plan says so.
+bool Faulty()
+{
+    faults::Plan& plan = faults::ThePlan();
+    if (++plan.calls != plan.nth)
+        return false;
+    if (plan.mode == faults::Mode::end)
+        _exit(faults::endStatus);
+    return true;
+}
+
+// Nothing stands at the path, as opposed to the system failing to tell.
+bool Missing(int error) { return error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG; }
 
 // The registry stands as a folder tree: LUDAX_REGISTRY (default ~/.ludax-registry) holds
 // HKEY_CURRENT_USER/<key path>/, and each value is a file of that folder.
@@ -74,6 +117,8 @@ int OpenPlainFile(const std::string& path, int flags, struct stat& info)
 RegistryRead ReadUserRegistryString(const std::string& key, const std::string& value,
                                     std::string& text)
 {
+    if (Faulty())
+        return RegistryRead::keyMissing;
     std::string folder = RegistryFolder(key);
     if (LookUp(folder).kind != EntryKind::folder)
         return RegistryRead::keyMissing;
@@ -90,13 +135,16 @@ RegistryRead ReadUserRegistryString(const std::string& key, const std::string& v
 std::vector<ListedEntry> ListFolder(const std::string& folder)
 {
     std::vector<ListedEntry> names;
-    if (Unusable(folder + "*.*"))  // the pattern FindFirstFileA is given
+    if (Faulty() || Unusable(folder + "*.*"))  // the pattern FindFirstFileA is given
         return names;
     DIR* dir = opendir(folder.c_str());
     if (!dir)
         return names;
-    while (dirent* entry = readdir(dir))
-        names.push_back({entry->d_name, LookUp(folder + entry->d_name).kind == EntryKind::folder});
+    while (dirent* entry = readdir(dir)) {
+        struct stat info;
+        const bool folderEntry = stat((folder + entry->d_name).c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+        names.push_back({entry->d_name, folderEntry});
+    }
     closedir(dir);
     return names;
 }
@@ -104,9 +152,17 @@ std::vector<ListedEntry> ListFolder(const std::string& folder)
 Entry LookUp(const std::string& path)
 {
     Entry entry;
-    struct stat info;
-    if (path.empty() || Unusable(path) || lstat(path.c_str(), &info) != 0)
+    if (Faulty()) {
+        entry.kind = EntryKind::unknown;
         return entry;
+    }
+    struct stat info;
+    if (path.empty() || Unusable(path))
+        return entry;
+    if (lstat(path.c_str(), &info) != 0) {
+        entry.kind = Missing(errno) ? EntryKind::none : EntryKind::unknown;
+        return entry;
+    }
     if (S_ISLNK(info.st_mode)) {
         entry.link = true;
         struct stat target;
@@ -122,7 +178,7 @@ bool ReadFileStart(const std::string& path, std::size_t limit, std::string& byte
 {
     bytes.clear();
     struct stat info;
-    int file = OpenPlainFile(path, O_RDONLY, info);
+    int file = Faulty() ? -1 : OpenPlainFile(path, O_RDONLY, info);
     if (file < 0)
         return false;
     char block[65536];
@@ -139,34 +195,56 @@ bool ReadFileStart(const std::string& path, std::size_t limit, std::string& byte
 File File::OpenForReading(const std::string& path)
 {
     struct stat info;
-    int descriptor = OpenPlainFile(path, O_RDONLY, info);
+    int descriptor = Faulty() ? -1 : OpenPlainFile(path, O_RDONLY, info);
     return descriptor < 0 ? File() : File(descriptor, static_cast<std::uint64_t>(info.st_size));
 }
 
 File File::Create(const std::string& path)
 {
     struct stat info;
-    int descriptor = OpenPlainFile(path, O_WRONLY | O_CREAT | O_TRUNC, info);
+    int descriptor = Faulty() ? -1 : OpenPlainFile(path, O_WRONLY | O_CREAT | O_TRUNC, info);
     return descriptor < 0 ? File() : File(descriptor, 0);
+}
+
+File File::OpenForAppending(const std::string& path)
+{
+    struct stat info;
+    int descriptor = Faulty() ? -1 : OpenPlainFile(path, O_WRONLY, info);
+    if (descriptor < 0)
+        return File();
+    if (lseek(descriptor, 0, SEEK_END) < 0) {
+        close(descriptor);
+        return File();
+    }
+    return File(descriptor, static_cast<std::uint64_t>(info.st_size));
 }
 
 bool File::Read(char* bytes, std::size_t count)
 {
     const int descriptor = static_cast<int>(handle);
-    return open && TransferAll(bytes, count, [&](char* at, std::size_t part) { return read(descriptor, at, part); });
+    return !Faulty() && open &&
+           TransferAll(bytes, count, [&](char* at, std::size_t part) { return read(descriptor, at, part); });
 }
 
 bool File::Write(const char* bytes, std::size_t count)
 {
     const int descriptor = static_cast<int>(handle);
-    return open &&
+    return !Faulty() && open &&
            TransferAll(bytes, count, [&](const char* at, std::size_t part) { return write(descriptor, at, part); });
 }
 
 bool File::Skip(std::uint64_t count)
 {
-    return open && count <= static_cast<std::uint64_t>(LLONG_MAX) &&
+    return !Faulty() && open && count <= static_cast<std::uint64_t>(LLONG_MAX) &&
            lseek(static_cast<int>(handle), static_cast<off_t>(count), SEEK_CUR) >= 0;
+}
+
+bool File::Truncate(std::uint64_t size)
+{
+    const int descriptor = static_cast<int>(handle);
+    return !Faulty() && open && size <= static_cast<std::uint64_t>(LLONG_MAX) &&
+           ftruncate(descriptor, static_cast<off_t>(size)) == 0 &&
+           lseek(descriptor, static_cast<off_t>(size), SEEK_SET) >= 0;
 }
 
 bool File::Close()
@@ -174,22 +252,50 @@ bool File::Close()
     if (!open)
         return false;
     open = false;
-    return close(static_cast<int>(handle)) == 0;
+    const bool failed = Faulty();  // the descriptor goes all the same
+    return close(static_cast<int>(handle)) == 0 && !failed;
 }
 
 bool MakeFolder(const std::string& path)
 {
-    return !Unusable(path) && mkdir(path.c_str(), 0777) == 0;
+    return !Faulty() && !Unusable(path) && mkdir(path.c_str(), 0777) == 0;
 }
 
 bool RemoveFolder(const std::string& path)
 {
-    return !Unusable(path) && rmdir(path.c_str()) == 0;
+    return !Faulty() && !Unusable(path) && rmdir(path.c_str()) == 0;
 }
 
 bool RemoveFile(const std::string& path)
 {
-    return !Unusable(path) && unlink(path.c_str()) == 0;
+    return !Faulty() && !Unusable(path) && unlink(path.c_str()) == 0;
+}
+
+bool MoveOver(const std::string& from, const std::string& to)
+{
+    return !Faulty() && !Unusable(from) && !Unusable(to) && rename(from.c_str(), to.c_str()) == 0;
+}
+
+// The programs' names as the system started them: the last part of each process's first
+// argument (/proc/<pid>/cmdline, readable for every process).
+std::vector<std::string> RunningProgramNames()
+{
+    std::vector<std::string> names;
+    if (Faulty())
+        return names;
+    DIR* processes = opendir("/proc");
+    if (!processes)
+        return names;
+    while (dirent* entry = readdir(processes)) {
+        if (entry->d_name[0] < '0' || entry->d_name[0] > '9')
+            continue;
+        std::ifstream commandLine(std::string("/proc/") + entry->d_name + "/cmdline", std::ios::binary);
+        std::string first;
+        if (std::getline(commandLine, first, '\0') && !first.empty())
+            names.push_back(first.substr(first.find_last_of('/') + 1));
+    }
+    closedir(processes);
+    return names;
 }
 
 }  // namespace sys

@@ -1,6 +1,7 @@
 #include "system.h"
 
 #include <windows.h>
+#include <tlhelp32.h>
 
 #include <algorithm>
 
@@ -16,6 +17,26 @@ bool Unusable(const std::string& path)
 }
 
 HANDLE Native(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
+
+// The errors that mean nothing stands at the path: a missing file or folder on the way, a name
+// no entry can have, a file where a folder is needed, a drive or share that is not there.
+bool Missing(DWORD error)
+{
+    switch (error) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_INVALID_NAME:
+    case ERROR_BAD_PATHNAME:
+    case ERROR_DIRECTORY:
+    case ERROR_INVALID_DRIVE:
+    case ERROR_NOT_READY:
+    case ERROR_BAD_NETPATH:
+    case ERROR_BAD_NET_NAME:
+        return true;
+    default:
+        return false;
+    }
+}
 
 // Opens `path` and keeps it only when it is a file on a disk: a device name (COM1, NUL) opens a
 // device, which must never be read or written as if it were a player's file.
@@ -94,8 +115,10 @@ Entry LookUp(const std::string& path)
         return result;
     WIN32_FIND_DATAA entry;
     HANDLE search = FindFirstFileA(path.c_str(), &entry);
-    if (search == INVALID_HANDLE_VALUE)
+    if (search == INVALID_HANDLE_VALUE) {
+        result.kind = Missing(GetLastError()) ? EntryKind::none : EntryKind::unknown;
         return result;
+    }
     FindClose(search);
     result.kind = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) ? EntryKind::folder : EntryKind::file;
     result.link = (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
@@ -139,6 +162,20 @@ File File::Create(const std::string& path)
     return handle == INVALID_HANDLE_VALUE ? File() : File(reinterpret_cast<std::intptr_t>(handle), 0);
 }
 
+File File::OpenForAppending(const std::string& path)
+{
+    HANDLE handle = OpenDiskFile(path, GENERIC_WRITE, FILE_SHARE_READ, OPEN_EXISTING);
+    if (handle == INVALID_HANDLE_VALUE)
+        return File();
+    LARGE_INTEGER length, end;
+    LARGE_INTEGER zero{};
+    if (!GetFileSizeEx(handle, &length) || length.QuadPart < 0 || !SetFilePointerEx(handle, zero, &end, FILE_END)) {
+        CloseHandle(handle);
+        return File();
+    }
+    return File(reinterpret_cast<std::intptr_t>(handle), static_cast<std::uint64_t>(length.QuadPart));
+}
+
 bool File::Read(char* bytes, std::size_t count)
 {
     return open && TransferAll(bytes, count, [&](char* at, DWORD part, DWORD* moved) {
@@ -158,6 +195,14 @@ bool File::Skip(std::uint64_t count)
     LARGE_INTEGER distance;
     distance.QuadPart = static_cast<LONGLONG>(count);
     return open && count <= 0x7FFFFFFFFFFFFFFFull && SetFilePointerEx(Native(handle), distance, nullptr, FILE_CURRENT);
+}
+
+bool File::Truncate(std::uint64_t size)
+{
+    LARGE_INTEGER position;
+    position.QuadPart = static_cast<LONGLONG>(size);
+    return open && size <= 0x7FFFFFFFFFFFFFFFull && SetFilePointerEx(Native(handle), position, nullptr, FILE_BEGIN) &&
+           SetEndOfFile(Native(handle));
 }
 
 bool File::Close()
@@ -181,6 +226,26 @@ bool RemoveFolder(const std::string& path)
 bool RemoveFile(const std::string& path)
 {
     return !Unusable(path) && DeleteFileA(path.c_str()) != 0;
+}
+
+bool MoveOver(const std::string& from, const std::string& to)
+{
+    return !Unusable(from) && !Unusable(to) &&
+           MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+}
+
+std::vector<std::string> RunningProgramNames()
+{
+    std::vector<std::string> names;
+    HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    if (snapshot == INVALID_HANDLE_VALUE)
+        return names;
+    PROCESSENTRY32 process{};
+    process.dwSize = sizeof process;
+    for (BOOL more = Process32First(snapshot, &process); more; more = Process32Next(snapshot, &process))
+        names.push_back(process.szExeFile);
+    CloseHandle(snapshot);
+    return names;
 }
 
 }  // namespace sys

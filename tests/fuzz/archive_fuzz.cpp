@@ -15,7 +15,8 @@
 #include <vector>
 
 #include "backup_archive.h"
-#include "name_rules.h"
+#include "safe_paths.h"
+#include "windows_names.h"
 #include "system.h"
 
 namespace {
@@ -76,16 +77,17 @@ bool IsDevice(std::string segment)
     if (segment == "con" || segment == "prn" || segment == "aux" || segment == "nul" ||
         segment == "conin$" || segment == "conout$")
         return true;
-    if (segment.size() != 4 || (segment.compare(0, 3, "com") != 0 && segment.compare(0, 3, "lpt") != 0))
+    if (segment.size() < 4 || (segment.compare(0, 3, "com") != 0 && segment.compare(0, 3, "lpt") != 0))
         return false;
-    const unsigned char last = static_cast<unsigned char>(segment[3]);
-    return std::isdigit(last) || last == 0xB9 || last == 0xB2 || last == 0xB3;
+    const std::string number = segment.substr(3);
+    return (number.size() == 1 && std::isdigit(static_cast<unsigned char>(number[0]))) || number == "\xB9" ||
+           number == "\xB2" || number == "\xB3" || number == "\xC2\xB9" || number == "\xC2\xB2" || number == "\xC2\xB3";
 }
 
 // The name rules, read once more from their description.
 bool Acceptable(const std::string& name)
 {
-    if (name.empty() || name[0] == '/')
+    if (name.empty() || name[0] == '/' || name.back() == '/')
         return false;
     const std::string forbidden = "\\:*?<>|\"";
     for (char c : name) {
@@ -105,23 +107,15 @@ bool Acceptable(const std::string& name)
     }
 }
 
-// Directly in the account folder: a backup file's name, in any case, or a possible short alias.
-bool NamesBackupFile(const std::string& name)
-{
-    std::string first = name.substr(0, name.find('/'));
-    for (char& c : first)
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return first == "cs16ludax.bak" || first == "cs16ludax_1.bak" || first == "cssludax.bak" ||
-           first == "cssludax_1.bak" || first.find('~') != std::string::npos;
-}
-
 void CheckName(const std::string& name)
 {
     const bool acceptable = Acceptable(name);
-    Require(IsRestorableName(name) == acceptable);
-    // A removal line follows the same rules below the account folder, backup files aside.
-    const std::string account = "C:/Steam/steamapps/player";
-    Require(IsRemovableBelow(account + "/" + name, account) == (acceptable && !NamesBackupFile(name)));
+    Require(IsWindowsName(name) == acceptable);
+    // A removal line below the content folder follows the same rule (a name with a leading '/'
+    // makes a doubled separator there, which Windows reads as one).
+    const std::string game = "C:/Steam/steamapps/common/Half-Life";
+    if (name.empty() || name[0] != '/')
+        Require(IsRemovableLine(game + "/cstrike/" + name, game, game + "/cstrike/") == acceptable);
     if (acceptable)  // and an accepted name never reaches above where it is put
         Require(name.find("/../") == std::string::npos && name.compare(0, 3, "../") != 0 && name != "..");
 }

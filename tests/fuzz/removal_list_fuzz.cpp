@@ -18,7 +18,7 @@ namespace {
 std::vector<std::string> ReadRemovalList(const std::string& bytes)
 {
     std::vector<std::string> paths;
-    RemovalLines lines([&](const std::string& path) { paths.push_back(path); });
+    RemovalListReader lines([&](const std::string& path) { paths.push_back(path); });
     lines.Feed(bytes.data(), bytes.size());
     lines.Finish();
     return paths;
@@ -49,7 +49,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // Fed in pieces whose sizes the input's first byte picks, as a file is read in blocks.
     const std::size_t piece = size > 0 ? 1 + data[0] % 97 : 1;
     std::vector<std::string> pieced;
-    RemovalLines lines([&](const std::string& path) { pieced.push_back(path); });
+    RemovalListReader lines([&](const std::string& path) { pieced.push_back(path); });
     for (std::size_t at = 0; at < size; at += piece)
         lines.Feed(bytes.data() + at, std::min(piece, size - at));
     lines.Finish();

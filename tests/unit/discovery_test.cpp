@@ -142,7 +142,8 @@ TEST(Discovery, AccountFoldersFirstThenEveryLibraryInOrder)
     WriteFile(backupOnly.Path() + "/steamapps/common/cs16ludax.bak", "\x01");
 
     // Paths as Steam writes them: backslashes doubled, the Steam folder listed again in another
-    // spelling, one library twice, and one that no longer exists.
+    // spelling, one library four times in the ways Windows names a folder, and one that no
+    // longer exists.
     auto quoted = [](const std::string& path) {
         std::string escaped;
         for (char c : AsSteamWritesIt(path))
@@ -159,7 +160,11 @@ TEST(Discovery, AccountFoldersFirstThenEveryLibraryInOrder)
               "\t\"2\"\n\t{\n\t\t\"path\"\t\t" + quoted(stale.Path() + "/gone") + "\n\t}\n"
               "\t\"3\"\n\t{\n\t\t\"path\"\t\t" + quoted(third.Path()) + "\n\t}\n"
               "\t\"4\"\n\t{\n\t\t\"path\"\t\t" + quoted(second.Path() + "/") + "\n\t}\n"
-              "\t\"5\"\n\t{\n\t\t\"path\"\t\t" + quoted(backupOnly.Path()) + "\n\t}\n}\n");
+              "\t\"5\"\n\t{\n\t\t\"path\"\t\t" + quoted(backupOnly.Path()) + "\n\t}\n"
+              "\t\"6\"\n\t{\n\t\t\"path\"\t\t" + quoted(second.Path() + "/.") + "\n\t}\n"
+              "\t\"7\"\n\t{\n\t\t\"path\"\t\t" +
+              quoted(second.Path() + "/../" + second.Path().substr(second.Path().rfind('/') + 1)) + "\n\t}\n"
+              "\t\"8\"\n\t{\n\t\t\"path\"\t\t" + quoted(second.Path() + "//x/..") + "\n\t}\n}\n");
 
     const std::string secondAsWritten = AsSteamWritesIt(second.Path());
     const std::string backupOnlyAsWritten = AsSteamWritesIt(backupOnly.Path());

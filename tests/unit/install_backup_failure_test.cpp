@@ -26,7 +26,7 @@ TEST(BackupRecord, AFileThatCannotBeRecordedWholeIsReportedAndNothingOfItWritten
     const std::string locked = root.Path() + "/locked.cfg";
     WriteFile(locked, "in use");
     {
-        OutputFile archive(archivePath);
+        OutputFile archive = OutputFile::Create(archivePath);
         ASSERT_TRUE(archive.Append(header));
         EXPECT_FALSE(AppendBackupRecord(archive, "maps/de_big.bsp", big));
 #ifdef _WIN32
@@ -41,11 +41,11 @@ TEST(BackupRecord, AFileThatCannotBeRecordedWholeIsReportedAndNothingOfItWritten
 }
 
 #ifndef _WIN32
-TEST(BackupFailure, InstallStopsBeforeAFileItCouldNotBackUp)
+TEST(BackupFailure, InstallStopsBeforeAFileItCouldNotBackUpAndTheNextInstallBacksItUp)
 {
     struct Case {
         const char* what;
-        std::function<void(const std::string&)> make;  // puts the unreadable a.txt in place
+        std::function<void(const std::string&)> make;  // puts an unreadable a.txt in place
     };
     const std::vector<Case> cases = {
         {"a pipe", [](const std::string& path) { ASSERT_EQ(mkfifo(path.c_str(), 0644), 0); }},
@@ -57,18 +57,20 @@ TEST(BackupFailure, InstallStopsBeforeAFileItCouldNotBackUp)
     };
     for (const Case& c : cases) {
         InstallScene scene;  // records: cfg/ludax/binds.cfg, resource/background/x.tga, a.txt, cfg/config.cfg
-        WriteFile(scene.content + "cfg/ludax/binds.cfg", "player's binds");
-        WriteFile(scene.content + "cfg/config.cfg", "player's config");
+        const std::string& p = scene.content;
+        WriteFile(p + "cfg/ludax/binds.cfg", "player's binds");
+        WriteFile(p + "cfg/config.cfg", "player's config");
+        WriteFile(p + "a.txt", "player's a");
         const Tree before = Snapshot(scene.accountFolder);
-        c.make(scene.content + "a.txt");
+        RemovePath(p + "a.txt");
+        c.make(p + "a.txt");
 
         const InstallOutcome outcome = scene.Install();
         EXPECT_EQ(outcome.result, InstallOutcome::Result::backupFailed) << c.what;
-        EXPECT_EQ(outcome.path, scene.content + "a.txt") << c.what;
+        EXPECT_EQ(outcome.path, p + "a.txt") << c.what;
         EXPECT_FALSE(scene.account.hasCs16Backup) << c.what;
 
         // Backed up, then overwritten: the file before it. Untouched: it and the ones after it.
-        const std::string& p = scene.content;
         EXPECT_EQ(ReadFile(p + "cfg/ludax/binds.cfg"), testPayload[0].data) << c.what;
         EXPECT_EQ(ReadFile(p + "resource/background/x.tga"), testPayload[1].data) << c.what;
         EXPECT_EQ(ReadFile(p + "cfg/config.cfg"), "player's config") << c.what;
@@ -78,10 +80,17 @@ TEST(BackupFailure, InstallStopsBeforeAFileItCouldNotBackUp)
                                                        "resource/background\r\n" + p + "resource\r\n")
             << c.what;
 
-        // The next start finds the archive and offers the uninstall, which undoes it all.
+        // Once the file can be read, the next install backs up what the first did not reach,
+        // and the uninstall puts it all back.
         RemovePath(p + "a.txt");
-        scene.account.hasCs16Backup = true;
-        scene.Uninstall();
+        WriteFile(p + "a.txt", "player's a");
+        EXPECT_EQ(scene.Install().result, InstallOutcome::Result::installed) << c.what;
+        EXPECT_TRUE(scene.PayloadWritten()) << c.what;
+        EXPECT_EQ(ReadFile(scene.archivePath), header + Record("cfg/ludax/binds.cfg", "player's binds") +
+                                                   Record("a.txt", "player's a") +
+                                                   Record("cfg/config.cfg", "player's config"))
+            << c.what;
+        EXPECT_FALSE(scene.Uninstall().backupKept) << c.what;
         EXPECT_EQ(Snapshot(scene.accountFolder), before) << c.what;
     }
 }

@@ -18,7 +18,7 @@ using Lines = std::vector<std::string>;
 Lines ReadRemovalList(const std::string& bytes)
 {
     Lines paths;
-    RemovalLines lines([&](const std::string& path) { paths.push_back(path); });
+    RemovalListReader lines([&](const std::string& path) { paths.push_back(path); });
     lines.Feed(bytes.data(), bytes.size());
     lines.Finish();
     return paths;
@@ -49,19 +49,39 @@ TEST(RemovalList, LinesEndAtLfLoseEveryCrAndStopAtTheFirstEmptyOne)
     const std::string list = "C:/a/b.cfg\r\n" + std::string(400, 'y') + "\nC:/a\r\n\r\nC:/never\r\n";
     for (std::size_t piece : {1u, 2u, 7u, 64u}) {
         Lines lines;
-        RemovalLines reader([&](const std::string& path) { lines.push_back(path); });
+        RemovalListReader reader([&](const std::string& path) { lines.push_back(path); });
         for (std::size_t at = 0; at < list.size(); at += piece)
             reader.Feed(list.data() + at, std::min(piece, list.size() - at));
         reader.Finish();
         EXPECT_EQ(lines, (Lines{"C:/a/b.cfg", "C:/a"})) << piece;
     }
+}
 
-    std::string written;
-    AppendRemovalLine(written, "C:/Steam/steamapps/x/counter-strike/cstrike/a b.cfg");
-    AppendRemovalLine(written, "C:\\Steam/steamapps/x/counter-strike/cstrike");
-    EXPECT_EQ(written,
-              "C:/Steam/steamapps/x/counter-strike/cstrike/a b.cfg\r\n"
-              "C:\\Steam/steamapps/x/counter-strike/cstrike\r\n");
+TEST(RemovalList, KnowsWhereItsLinesEndSoThatAnInstallCanAddMore)
+{
+    // An install adds its lines where the uninstall will read them: before an empty line that
+    // ends the list, and after a last line that lacks its LF.
+    const struct {
+        std::string bytes;
+        std::uint64_t linesEnd;
+        bool lastLineOpen;
+    } cases[] = {
+        {"", 0, false},
+        {"a\r\nb\r\n", 6, false},
+        {"a\r\nb", 4, true},
+        {"a\r\n\r\nnever\r\n", 3, false},
+        {"a\r\n\r\r\nnever", 3, false},
+        {"\nnever", 0, false},
+        {"a\r\n" + std::string(300, 'x') + "\r\n", 305, false},  // a passed-over line is a line
+        {"a\r\n\r", 3, false},
+    };
+    for (const auto& c : cases) {
+        RemovalListReader reader([](const std::string&) {});
+        reader.Feed(c.bytes.data(), c.bytes.size());
+        reader.Finish();
+        EXPECT_EQ(reader.Extent().linesEnd, c.linesEnd) << c.bytes;
+        EXPECT_EQ(reader.Extent().lastLineOpen, c.lastLineOpen) << c.bytes;
+    }
 }
 
 TEST(BackupArchive, RecordsHoldTheFormerBytesUnderTheRelativeName)
@@ -73,7 +93,7 @@ TEST(BackupArchive, RecordsHoldTheFormerBytesUnderTheRelativeName)
     WriteFile(game + "empty.cfg", "");
     const std::string archivePath = root.Path() + "/cs16ludax.bak";
     {
-        OutputFile archive(archivePath);
+        OutputFile archive = OutputFile::Create(archivePath);
         EXPECT_TRUE(archive.Append(std::string("\x01\0\0\0", 4)));
         EXPECT_TRUE(AppendBackupRecord(archive, "cfg/ludax/binds.cfg", game + "cfg/ludax/binds.cfg"));
         EXPECT_TRUE(AppendBackupRecord(archive, "empty.cfg", game + "empty.cfg"));
@@ -171,7 +191,7 @@ TEST(WholeFiles, AreWrittenInOnePieceOrReportedAsNotWritten)
 
     EXPECT_FALSE(WriteWholeFile(root.Path() + "/no/such/folder/file", "x", 1));
     EXPECT_FALSE(WriteWholeFile(root.Path(), "x", 1));  // a folder is not written
-    OutputFile nowhere(root.Path() + "/no/such/folder/file");
+    OutputFile nowhere = OutputFile::Create(root.Path() + "/no/such/folder/file");
     EXPECT_FALSE(nowhere.Intact());
     EXPECT_FALSE(nowhere.Append("\x01\0\0\0", 4));
     EXPECT_FALSE(nowhere.Close());

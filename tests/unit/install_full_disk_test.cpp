@@ -34,12 +34,12 @@ TEST(FullDisk, UninstallKeepsTheArchiveUntilTheMapFitsWhole)
     ASSERT_EQ(ReadFile(account.cs16Content + "maps/de_ludax.bsp"), "the tournament's map");
 
     disk.LeaveRoom(2 << 20);
-    EXPECT_TRUE(UninstallConfig(scene.profile, account).archiveKept) << disk.How();
+    EXPECT_TRUE(UninstallConfig(scene.profile, account).backupKept) << disk.How();
     EXPECT_TRUE(account.hasCs16Backup);
     EXPECT_TRUE(Exists(account.folder + "/cs16ludax.bak"));
 
     disk.FreeRoom();
-    EXPECT_FALSE(UninstallConfig(scene.profile, account).archiveKept) << disk.How();
+    EXPECT_FALSE(UninstallConfig(scene.profile, account).backupKept) << disk.How();
     EXPECT_FALSE(account.hasCs16Backup);
     EXPECT_EQ(Snapshot(account.folder), before) << disk.How();
 }
@@ -73,7 +73,7 @@ TEST(FullDisk, AFirstInstallStopsWhenTheArchiveIsFullAndLosesNothing)
     EXPECT_EQ(archive.substr(0, whole.size()), whole) << disk.How();
 
     account.hasCs16Backup = true;  // as the next start finds it
-    EXPECT_FALSE(UninstallConfig(scene.profile, account).archiveKept);
+    EXPECT_FALSE(UninstallConfig(scene.profile, account).backupKept);
     EXPECT_EQ(Snapshot(account.folder), before) << disk.How();
     EXPECT_FALSE(account.hasCs16Backup);
 }

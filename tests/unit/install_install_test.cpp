@@ -7,6 +7,7 @@ namespace {
 
 const std::string header("\x01\0\0\0", 4);
 using Result = InstallOutcome::Result;
+using Tree = std::map<std::string, std::string>;
 
 TEST(Install, FirstInstallIntoAFolderWithoutThePayloadListsEverythingItCreates)
 {
@@ -87,17 +88,6 @@ TEST(Install, ReinstallAfterYesRewritesTargetsAndLeavesTheBackupFilesAlone)
     EXPECT_TRUE(scene.account.hasCs16Backup);
 }
 
-TEST(Install, AReinstallNeverStartsTheBackupFiles)
-{
-    InstallScene scene;
-    scene.account.hasCs16Backup = true;
-    EXPECT_EQ(scene.Install().result, Result::installed);
-    EXPECT_TRUE(scene.PayloadWritten());
-    EXPECT_FALSE(Exists(scene.archivePath));
-    EXPECT_FALSE(Exists(scene.removalListPath));
-    EXPECT_TRUE(scene.account.hasCs16Backup);
-}
-
 TEST(Install, TheSourceProfileUsesItsOwnFoldersAndFiles)
 {
     InstallScene scene(testPayload, cssProfile);
@@ -123,18 +113,73 @@ TEST(Install, AFolderThatCannotBeMadeStopsWithBackupFilesThatUndoWhatWasDone)
     EXPECT_EQ(outcome.path, c + "resource/background");
     EXPECT_FALSE(scene.account.hasCs16Backup);
 
-    // The first record was written, and the removal list names it and the folders made for it.
+    // The first record was written. The removal list named, before anything was made, every
+    // file and folder the install was to make.
     EXPECT_EQ(ReadFile(c + "cfg/ludax/binds.cfg"), scene.files[0].data);
     EXPECT_EQ(ReadFile(scene.archivePath), header);
     EXPECT_EQ(ReadFile(scene.removalListPath), c + "cfg/ludax/binds.cfg\r\n" + c + "resource/background/x.tga\r\n" +
-                                                   c + "resource/background\r\n" + c + "cfg/ludax\r\n" + c + "cfg\r\n");
+                                                   c + "a.txt\r\n" + c + "cfg/config.cfg\r\n" + c +
+                                                   "resource/background\r\n" + c + "cfg/ludax\r\n" + c + "cfg\r\n");
 
     // The next start finds the archive and offers the uninstall, which puts the folder back.
     scene.account.hasCs16Backup = true;
-    EXPECT_FALSE(scene.Uninstall().archiveKept);
+    EXPECT_FALSE(scene.Uninstall().backupKept);
     EXPECT_EQ(Snapshot(c), before);
     EXPECT_FALSE(Exists(scene.archivePath));
     EXPECT_FALSE(Exists(scene.removalListPath));
+}
+
+TEST(Install, ALaterInstallCoversWhatANewerSetOrThePlayerAddedAndUndoesNothingEarlier)
+{
+    InstallScene scene;
+    const std::string& c = scene.content;
+    WriteFile(c + "a.txt", "player's a");
+    WriteFile(c + "maps/own.bsp", "player's map");
+    WriteFile(c + "maps/de_new.bsp", "player's de_new");
+    const Tree before = Snapshot(scene.steam.Path());
+    ASSERT_EQ(scene.Install().result, Result::installed);
+    const std::string archive = ReadFile(scene.archivePath);
+    const std::string list = ReadFile(scene.removalListPath);
+
+    // A newer program carries two more files, and the player has since removed a folder of his
+    // own that one of them needs.
+    std::vector<PayloadFile> newer = testPayload;
+    newer.push_back({"maps/de_new.bsp", "the new map"});
+    newer.push_back({"sound/ludax/go.wav", "go"});
+    scene.Repack(newer);
+    ASSERT_EQ(scene.Install().result, Result::installed);
+    EXPECT_TRUE(scene.PayloadWritten());
+    EXPECT_EQ(ReadFile(scene.archivePath), archive + Record("maps/de_new.bsp", "player's de_new"));
+    EXPECT_EQ(ReadFile(scene.removalListPath),
+              list + c + "sound/ludax/go.wav\r\n" + c + "sound/ludax\r\n" + c + "sound\r\n");
+    EXPECT_FALSE(scene.Uninstall().backupKept);
+    EXPECT_EQ(Snapshot(scene.steam.Path()), before);
+}
+
+TEST(Install, ContinuesBackupFilesCutShortWhereTheirReadersStop)
+{
+    // An archive whose last record was cut off, and removal lists ending without their last LF
+    // or at an empty line: what an install adds must follow what the uninstall will read.
+    InstallScene scene;
+    const std::string& c = scene.content;
+    WriteFile(c + "a.txt", "player's a");
+    WriteFile(c + "cfg/old.cfg", "an earlier install's file");
+    const std::string cut = Record("cfg/config.cfg", "0123456789").substr(0, 17);
+    for (const std::string& earlierList :
+         {c + "cfg/old.cfg", c + "cfg/old.cfg\r\n\r\n" + c + "a.txt\r\n", c + "cfg/old.cfg\r\n"}) {
+        WriteFile(scene.archivePath, header + cut);
+        WriteFile(scene.removalListPath, earlierList);
+        RemovePath(c + "cfg/ludax/binds.cfg");
+        ASSERT_EQ(scene.Install().result, Result::installed) << earlierList;
+        EXPECT_EQ(ReadFile(scene.archivePath), header + Record("a.txt", "player's a"));
+        EXPECT_EQ(ReadFile(scene.removalListPath),
+                  c + "cfg/old.cfg\r\n" + c + "cfg/ludax/binds.cfg\r\n" + c + "resource/background/x.tga\r\n" + c +
+                      "cfg/config.cfg\r\n" + c + "resource/background\r\n" + c + "resource\r\n" + c + "cfg/ludax\r\n")
+            << earlierList;
+        EXPECT_FALSE(scene.Uninstall().backupKept);
+        EXPECT_EQ(Snapshot(c), (Tree{{"a.txt", "player's a"}, {"cfg", "<folder>"}})) << earlierList;
+        WriteFile(c + "cfg/old.cfg", "an earlier install's file");
+    }
 }
 
 }  // namespace

@@ -1,11 +1,12 @@
-// Links at or below the account folder. Natively these are real symbolic links. Under Wine a
-// Unix link to a folder shows as a folder with the reparse-point attribute, and that is all
-// Wine shows: a link to a file looks like a plain file and a dangling link is not found, so
-// the cases with those run natively only.
+// Links: at or above the content folder they are the player's layout and are followed; below
+// it nothing is written, made or deleted through one. Natively these are real symbolic links.
+// Under Wine a Unix link to a folder shows as a folder with the reparse-point attribute, and
+// that is all Wine shows: a link to a file looks like a plain file and a dangling link is not
+// found, so the cases with those run natively only.
 #include <gtest/gtest.h>
 
 #include "install_scene.h"
-#include "link_rule.h"
+#include "safe_paths.h"
 #include "system.h"
 
 namespace {
@@ -21,24 +22,29 @@ struct Elsewhere {
     Elsewhere() { WriteFile(folder + "/binds.cfg", "not the game's"); }
 };
 
-TEST(Links, TheLookUpSeesAFolderLinkAsALink)
+TEST(Links, OnlyThoseBelowTheContentFolderAreRefused)
 {
     Elsewhere other;
     TempFolder root;
-    ASSERT_TRUE(MakeLink(other.folder, root.Path() + "/link"));
-    const sys::Entry entry = sys::LookUp(root.Path() + "/link");
+    const std::string content = root.Path() + "/game/cstrike/";
+    MakeFolders(content);
+    ASSERT_TRUE(MakeLink(other.folder, content + "link"));
+    const sys::Entry entry = sys::LookUp(content + "link");
     EXPECT_EQ(entry.kind, sys::EntryKind::folder);
     EXPECT_TRUE(entry.link);
     EXPECT_FALSE(sys::LookUp(other.folder).link);
 
     KnownFolders known;
-    EXPECT_TRUE(MeetsLink(root.Path(), root.Path() + "/link/binds.cfg", &known));
-    EXPECT_FALSE(MeetsLink(root.Path(), root.Path(), &known));
-    EXPECT_TRUE(MeetsLink(root.Path() + "/link", root.Path() + "/link", &known));
-    EXPECT_TRUE(MeetsLink(root.Path(), root.Path() + "/link", &known));
-    EXPECT_TRUE(MeetsLink(root.Path() + "/link", root.Path() + "/link/binds.cfg", &known));
-    EXPECT_FALSE(MeetsLink(other.root.Path(), other.folder + "/binds.cfg", &known));
-    EXPECT_TRUE(MeetsLink(other.root.Path(), root.Path() + "/elsewhere/binds.cfg", &known));  // not below
+    EXPECT_EQ(WayTo(content, content + "link", &known), Way::link);
+    EXPECT_EQ(WayTo(content, content + "link/binds.cfg", &known), Way::link);
+    EXPECT_EQ(WayTo(content, content + "link/none/deeper.cfg", &known), Way::link);
+    EXPECT_EQ(WayTo(content, content + "plain/binds.cfg", &known), Way::clear);  // missing: ends the search
+    // The content folder itself, and what lies above it, may be links: the game moved elsewhere.
+    TempFolder moved;
+    MakeFolders(moved.Path() + "/cstrike/cfg");
+    ASSERT_TRUE(MakeLink(moved.Path(), root.Path() + "/moved"));
+    EXPECT_EQ(WayTo(root.Path() + "/moved/cstrike/", root.Path() + "/moved/cstrike/cfg/a.cfg", &known), Way::clear);
+    EXPECT_EQ(WayTo(content, root.Path() + "/moved/cstrike/cfg/a.cfg", &known), Way::clear);  // not below
 }
 
 TEST(Links, UninstallNeitherDeletesNorWritesThroughAFolderLink)
@@ -48,39 +54,46 @@ TEST(Links, UninstallNeitherDeletesNorWritesThroughAFolderLink)
     const std::string& c = scene.content;
     WriteFile(c + "kept.cfg", "the player's");
     ASSERT_TRUE(MakeLink(other.folder, c + "cfg"));
-    ASSERT_TRUE(MakeLink(other.folder, scene.accountFolder + "/linked"));
-    WriteFile(scene.removalListPath, c + "cfg/binds.cfg\r\n" + scene.accountFolder + "/linked\r\n" +
-                                         scene.accountFolder + "/linked/binds.cfg\r\n" + c + "cfg\r\n");
+    const std::string& game = scene.account.cs16Game;
+    ASSERT_TRUE(MakeLink(other.folder, game + "/linked"));
+    WriteFile(scene.removalListPath, c + "cfg/binds.cfg\r\n" + game + "/linked\r\n" + game +
+                                         "/linked/binds.cfg\r\n" + c + "cfg\r\n");
     WriteFile(scene.archivePath, header + Record("cfg/binds.cfg", "restored through a link") +
                                      Record("kept.cfg", "restored"));
     const Tree outside = Snapshot(other.root.Path());
 
     // The record that meets the link is still only in the archive: it stays.
-    EXPECT_TRUE(scene.Uninstall().archiveKept);
+    EXPECT_TRUE(scene.Uninstall().backupKept);
     EXPECT_EQ(Snapshot(other.root.Path()), outside);
     EXPECT_EQ(sys::LookUp(c + "cfg").link, true);
-    EXPECT_EQ(sys::LookUp(scene.accountFolder + "/linked").link, true);
+    EXPECT_EQ(sys::LookUp(game + "/linked").link, true);
     EXPECT_EQ(ReadFile(c + "kept.cfg"), "restored");
     EXPECT_TRUE(Exists(scene.archivePath));
 }
 
-TEST(Links, AnAccountFolderThatIsALinkIsNotTouched)
+TEST(Links, AGameMovedToAnotherDriveInstallsAndUninstallsLikeAnyOther)
 {
-    InstallScene real;
-    WriteFile(real.content + "a.txt", "player's a");
-    real.Install();
-    const Tree installed = Snapshot(real.accountFolder);
+    // The game's folder, or the content folder itself, stands elsewhere behind a link, as a
+    // player who moved it to another drive with a junction has it.
+    for (const char* moved : {"/counter-strike", "/counter-strike/cstrike"}) {
+        InstallScene scene;
+        TempFolder drive;
+        const std::string elsewhere = drive.Path() + "/moved";
+        MakeFolders(elsewhere + (std::string(moved) == "/counter-strike" ? "/cstrike" : ""));
+        RemovePath(scene.content.substr(0, scene.content.size() - 1));
+        if (std::string(moved) == "/counter-strike")
+            RemovePath(scene.account.cs16Game);
+        ASSERT_TRUE(MakeLink(elsewhere, scene.accountFolder + moved)) << moved;
+        WriteFile(scene.content + "a.txt", "player's a");
+        const Tree before = Snapshot(drive.Path());
 
-    // The same account reached through a link standing where the account folder was.
-    TempFolder linkRoot;
-    SteamAccount account = real.account;
-    account.folder = linkRoot.Path() + "/player";
-    account.cs16Content = account.folder + "/counter-strike/cstrike/";
-    ASSERT_TRUE(MakeLink(real.accountFolder, account.folder));
-    account.hasCs16Backup = true;
-    EXPECT_TRUE(UninstallConfig(real.profile, account).archiveKept);
-    EXPECT_EQ(Snapshot(real.accountFolder), installed);
-    EXPECT_TRUE(account.hasCs16Backup);
+        EXPECT_EQ(scene.Install().result, InstallOutcome::Result::installed) << moved;
+        EXPECT_TRUE(scene.PayloadWritten()) << moved;
+        EXPECT_FALSE(scene.Uninstall().backupKept) << moved;
+        EXPECT_EQ(Snapshot(drive.Path()), before) << moved;
+        EXPECT_FALSE(Exists(scene.archivePath)) << moved;
+        EXPECT_TRUE(sys::LookUp(scene.accountFolder + moved).link) << moved;
+    }
 }
 
 #ifndef _WIN32
@@ -104,7 +117,7 @@ TEST(Links, UninstallLeavesFileLinksAndWhatTheyPointAtAlone)
     EXPECT_TRUE(Exists(scene.archivePath));
 }
 
-TEST(Links, InstallDoesNotBackUpThroughALink)
+TEST(Links, InstallStopsBeforeWritingThroughALink)
 {
     Elsewhere other;
     WriteFile(other.folder + "/config.cfg", "someone's config");
@@ -113,7 +126,7 @@ TEST(Links, InstallDoesNotBackUpThroughALink)
         const char* what;
         std::string linkTarget;  // in `other`
         std::string link;        // in the content folder
-        std::string stopsAt;     // the target the install stops before
+        std::string stopsAt;     // the file named in the box
     };
     for (const Case& c : {Case{"a file link", "/binds.cfg", "a.txt", "a.txt"},
                           Case{"a dangling link", "/none", "a.txt", "a.txt"},
@@ -122,7 +135,7 @@ TEST(Links, InstallDoesNotBackUpThroughALink)
         ASSERT_TRUE(MakeLink(other.folder + c.linkTarget, scene.content + c.link)) << c.what;
         const Tree outside = Snapshot(other.root.Path());
         const InstallOutcome outcome = scene.Install();
-        EXPECT_EQ(outcome.result, InstallOutcome::Result::backupFailed) << c.what;
+        EXPECT_EQ(outcome.result, InstallOutcome::Result::writeFailed) << c.what;
         EXPECT_EQ(outcome.path, scene.content + c.stopsAt) << c.what;
         EXPECT_EQ(Snapshot(other.root.Path()), outside) << c.what;
         EXPECT_TRUE(Exists(scene.archivePath)) << c.what;  // the next start offers the uninstall

@@ -14,7 +14,13 @@ const std::vector<PayloadFile> testPayload = {
 InstallScene::InstallScene(const std::vector<PayloadFile>& files, const GameProfile& game)
     : InstallScene(game, Paths{})
 {
-    this->files = files;
+    Repack(files);
+}
+
+void InstallScene::Repack(const std::vector<PayloadFile>& newFiles)
+{
+    files = newFiles;
+    packed.clear();
     for (const PayloadFile& file : files)
         AppendRecord(packed, file.name, file.data);
     packed.push_back('\0');  // like the embedded ones: a zero byte that belongs to no record

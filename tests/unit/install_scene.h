@@ -30,6 +30,9 @@ public:
     InstallScene(const InstallScene&) = delete;
     InstallScene& operator=(const InstallScene&) = delete;
 
+    // Another file set for the same game and folders, as a newer program carries.
+    void Repack(const std::vector<PayloadFile>& newFiles);
+
     InstallOutcome Install() { return InstallConfig(profile, account); }
     UninstallOutcome Uninstall() { return UninstallConfig(profile, account); }
     bool Installed() const { return account.*profile.installedFlag; }

@@ -16,7 +16,7 @@ using Tree = std::map<std::string, std::string>;
 
 const std::string header("\x01\0\0\0", 4);
 
-TEST(UninstallKeepsTheArchive, WhenARecordCannotBeWrittenUntilARetryCan)
+TEST(UninstallKeepsTheBackupFiles, WhenARecordCannotBeWrittenUntilARetryCan)
 {
     struct Case {
         const char* what;
@@ -50,36 +50,64 @@ TEST(UninstallKeepsTheArchive, WhenARecordCannotBeWrittenUntilARetryCan)
         const std::string archive = ReadFile(scene.archivePath);
 
         c.block(scene);
-        EXPECT_TRUE(scene.Uninstall().archiveKept) << c.what;
+        EXPECT_TRUE(scene.Uninstall().backupKept) << c.what;
         EXPECT_TRUE(scene.account.hasCs16Backup) << c.what;
         EXPECT_EQ(ReadFile(scene.archivePath), archive) << c.what;
-        EXPECT_FALSE(Exists(scene.removalListPath)) << c.what;
+        EXPECT_EQ(ReadFile(scene.removalListPath), "") << c.what;  // all it named is gone
         // The others are back already.
         EXPECT_EQ(ReadFile(scene.content + "a.txt"), "player's a") << c.what;
         EXPECT_EQ(ReadFile(scene.content + "cfg/config.cfg"), "player's config") << c.what;
 
         c.unblock(scene);
-        EXPECT_FALSE(scene.Uninstall().archiveKept) << c.what;
+        EXPECT_FALSE(scene.Uninstall().backupKept) << c.what;
         EXPECT_FALSE(scene.account.hasCs16Backup) << c.what;
         EXPECT_EQ(Snapshot(scene.accountFolder), before) << c.what;
     }
 }
 
-TEST(UninstallKeepsTheArchive, WhenItCannotBeOpened)
+#ifdef _WIN32
+TEST(UninstallKeepsTheBackupFiles, WhileAFileItMadeIsHeldOpen)
+{
+    InstallScene scene;
+    const std::string& c = scene.content;
+    WriteFile(c + "a.txt", "player's a");
+    const Tree before = Snapshot(scene.accountFolder);
+    ASSERT_EQ(scene.Install().result, InstallOutcome::Result::installed);
+    const std::string archive = ReadFile(scene.archivePath);
+    {
+        LockedFile held(c + "resource/background/x.tga");
+        ASSERT_TRUE(held.Locked());
+        EXPECT_TRUE(scene.Uninstall().backupKept);
+        // What remains of ours: the file held open and the folders that hold it.
+        EXPECT_EQ(ReadFile(scene.removalListPath),
+                  c + "resource/background/x.tga\r\n" + c + "resource/background\r\n" + c + "resource\r\n");
+        EXPECT_EQ(ReadFile(scene.archivePath), archive);
+        EXPECT_EQ(ReadFile(c + "a.txt"), "player's a");
+        EXPECT_TRUE(scene.account.hasCs16Backup);
+    }
+    EXPECT_FALSE(scene.Uninstall().backupKept);
+    EXPECT_EQ(Snapshot(scene.accountFolder), before);
+}
+#endif
+
+TEST(UninstallKeepsTheBackupFiles, WhenItCannotBeOpened)
 {
     InstallScene scene;
     MakeFolders(scene.archivePath);  // a folder under the archive's name
-    EXPECT_TRUE(scene.Uninstall().archiveKept);
+    EXPECT_TRUE(scene.Uninstall().backupKept);
     EXPECT_TRUE(Exists(scene.archivePath));
 }
 
 #ifndef _WIN32
-TEST(UninstallKeepsTheRemovalList, WhenItCannotBeRead)
+TEST(UninstallKeepsTheBackupFiles, WhenTheRemovalListCannotBeRead)
 {
     InstallScene scene;
     ASSERT_EQ(mkfifo(scene.removalListPath.c_str(), 0644), 0);  // there, but never readable
-    EXPECT_FALSE(scene.Uninstall().archiveKept);  // nothing else was wrong
+    WriteFile(scene.archivePath, header + Record("a.txt", "player's a"));
+    EXPECT_TRUE(scene.Uninstall().backupKept);
     EXPECT_EQ(sys::LookUp(scene.removalListPath).kind, sys::EntryKind::file);
+    EXPECT_EQ(ReadFile(scene.content + "a.txt"), "player's a");
+    EXPECT_EQ(ReadFile(scene.archivePath), header + Record("a.txt", "player's a"));
 }
 #endif
 
@@ -96,7 +124,7 @@ TEST(UninstallPassesOver, RecordNamesWindowsWouldReadAsSomethingElse)
     WriteFile(scene.archivePath, archive);
 
     // Passed over in silence: they do not hold the archive back.
-    EXPECT_FALSE(scene.Uninstall().archiveKept);
+    EXPECT_FALSE(scene.Uninstall().backupKept);
     EXPECT_EQ(Snapshot(scene.content), (Tree{{"ok.cfg", "restored"}}));
     EXPECT_FALSE(Exists(scene.archivePath));
 }
@@ -126,7 +154,7 @@ TEST(UninstallPassesOver, RemovalLinesNamingBackupFilesDevicesOrOverlongPaths)
     list += c + "two.cfg\r\n";
     WriteFile(scene.removalListPath, list);
 
-    EXPECT_FALSE(scene.Uninstall().archiveKept);
+    EXPECT_FALSE(scene.Uninstall().backupKept);
     Tree expected{{"cfg", "<folder>"}, {"cfg/config.cfg", "player's config"}};
 #ifndef _WIN32
     expected["aux"] = "not a device here, but it would be under Windows";
@@ -155,7 +183,7 @@ TEST(UninstallReadsRecordByRecord, ASparseArchiveOfTensOfGigabytes)
     WriteFile(scene.archivePath, archive + big);
     ResizeFile(scene.archivePath, archiveSize);
 
-    EXPECT_FALSE(scene.Uninstall().archiveKept);
+    EXPECT_FALSE(scene.Uninstall().backupKept);
     EXPECT_EQ(Snapshot(scene.content), (Tree{{"a.cfg", "A"}}));
     EXPECT_FALSE(Exists(scene.archivePath));
 }

@@ -2,6 +2,7 @@
 
 #include "folders.h"
 #include "install_scene.h"
+#include "steam_layouts.h"
 
 namespace {
 
@@ -32,7 +33,7 @@ TEST(Uninstall, PutsTheAccountFolderBackAsItWasBeforeTheFirstInstall)
 
         scene.Install();
         ASSERT_TRUE(scene.PayloadWritten()) << c.what;
-        EXPECT_FALSE(scene.Uninstall().archiveKept);
+        EXPECT_FALSE(scene.Uninstall().backupKept);
 
         EXPECT_EQ(Snapshot(scene.accountFolder), before) << c.what;  // backup files gone too
         EXPECT_FALSE(scene.account.hasCs16Backup);
@@ -102,7 +103,7 @@ TEST(Uninstall, RemovalListLinesAreReadToTheFirstEmptyOneAndTheListGoesAnyway)
 
     // No list at all: nothing deleted, the archive restored all the same.
     WriteFile(scene.archivePath, header + Record("one.cfg", "restored"));
-    EXPECT_FALSE(scene.Uninstall().archiveKept);
+    EXPECT_FALSE(scene.Uninstall().backupKept);
     EXPECT_EQ(Snapshot(c), (Tree{{"one.cfg", "restored"}, {"four.cfg", "four.cfg"}}));
     EXPECT_FALSE(Exists(scene.archivePath));
 }
@@ -115,7 +116,7 @@ TEST(Uninstall, ArchiveMissingTooShortOrWithAnyHeader)
         WriteFile(scene.content + "a.txt", "the player's a.txt");
         scene.Install();
         RemovePath(scene.archivePath);
-        EXPECT_FALSE(scene.Uninstall().archiveKept);
+        EXPECT_FALSE(scene.Uninstall().backupKept);
         EXPECT_FALSE(scene.account.hasCs16Backup);
         EXPECT_EQ(Snapshot(scene.accountFolder),
                   (Tree{{"counter-strike", "<folder>"}, {"counter-strike/cstrike", "<folder>"},
@@ -141,33 +142,50 @@ TEST(Uninstall, ArchiveMissingTooShortOrWithAnyHeader)
     }
 }
 
-TEST(Uninstall, RemovesOnlyListedPathsBelowTheAccountFolder)
+TEST(Uninstall, RemovesOnlyWhatAnInstallCanHaveMadeInTheGamesOwnFolder)
+{
+    // Today's layout: Counter-Strike 1.6 shares steamapps/common with every other game.
+    TempFolder steam;
+    SteamAccount library = LibraryEntry(steam.Path());
+    library.hasCs16Backup = true;
+    const std::string common = library.folder;
+    for (const std::string& file :
+         {common + "/Portal 2/portal2/SAVE/quick.sav", common + "/Counter-Strike Source/cstrike/cfg/config.cfg",
+          common + "/Half-Life/hl.exe", common + "/Half-Life/valve/config.cfg", steam.Path() + "/config/loginusers.vdf",
+          library.cs16Content + "ours.cfg"})
+        WriteFile(file, "not to be removed");
+    Tree expected = Snapshot(steam.Path());
+    expected.erase("steamapps/common/Half-Life/cstrike/ours.cfg");
+    std::string list;
+    for (const std::string& line :
+         {common + "/Portal 2/portal2/SAVE/quick.sav", common + "/Counter-Strike Source/cstrike/cfg/config.cfg",
+          common + "/Half-Life/hl.exe", common + "/Half-Life/valve/config.cfg", common + "/../../config/loginusers.vdf",
+          library.cs16Content + "../../Portal 2/portal2/SAVE/quick.sav", library.cs16Content + "ours.cfg"})
+        list += line + "\r\n";
+    WriteFile(common + "/cs16ludax_1.bak", list);
+    EXPECT_FALSE(UninstallConfig(cs16Profile, library).backupKept);
+    EXPECT_EQ(Snapshot(steam.Path()), expected);
+
+    // The ".." entry of steamapps, offered as an account that holds a counter-strike folder.
+    SteamAccount up = AccountFolderEntry(steam.Path() + "/steamapps/", "..");
+    MakeFolders(up.cs16Content);
+    WriteFile(up.folder + "/cs16ludax_1.bak", up.folder + "/config/loginusers.vdf\r\n");
+    EXPECT_FALSE(UninstallConfig(cs16Profile, up).backupKept);
+    EXPECT_EQ(ReadFile(steam.Path() + "/config/loginusers.vdf"), "not to be removed");
+}
+
+TEST(Uninstall, TakesTheLinesInAnyOrderFilesFirstThenFoldersInnermostFirst)
 {
     InstallScene scene;
-    const std::string& apps = scene.steamapps;
-    const std::vector<std::string> elsewhere = {
-        scene.steam.Path() + "/outside.cfg",
-        apps + "other/counter-strike/cstrike/a.txt",  // another account
-        apps + "player2/a.txt",                       // shares the account name's first letters
-        scene.accountFolder + "/counter-strike/../../victim.cfg",
-        scene.accountFolder + "/counter-strike/cstrike/cfg/../../../../victim.cfg",
-    };
-    WriteFile(apps + "victim.cfg", "victim");
-    std::string list;
-    for (const std::string& path : elsewhere) {
-        if (path.find("..") == std::string::npos)
-            WriteFile(path, "not ours");
-        list += path + "\r\n";
-    }
-    MakeFolders(scene.content + "cfg");
-    WriteFile(scene.content + "ours.cfg", "ours");
-    list += scene.content + "ours.cfg\r\n";
-    Tree expected = Snapshot(scene.steam.Path());
-    expected.erase("steamapps/player/counter-strike/cstrike/ours.cfg");
-    WriteFile(scene.removalListPath, list);
-
-    scene.Uninstall();
-    EXPECT_EQ(Snapshot(scene.steam.Path()), expected);
+    const std::string& c = scene.content;
+    const Tree before = Snapshot(scene.accountFolder);
+    ASSERT_EQ(scene.Install().result, InstallOutcome::Result::installed);
+    // Folders first, outermost first, files last: as an install stopped part-way may leave them.
+    WriteFile(scene.removalListPath, c + "cfg\r\n" + c + "resource\r\n" + c + "cfg/ludax\r\n" + c +
+                                         "resource/background\r\n" + c + "cfg/config.cfg\r\n" + c + "a.txt\r\n" +
+                                         c + "resource/background/x.tga\r\n" + c + "cfg/ludax/binds.cfg\r\n");
+    EXPECT_FALSE(scene.Uninstall().backupKept);
+    EXPECT_EQ(Snapshot(scene.accountFolder), before);
 }
 
 TEST(Uninstall, RestoresOnlyPlainRelativeNamesAndStopsAtACutRecord)

@@ -1,0 +1,25 @@
+#pragma once
+// What the backup files of earlier installs, whole or stopped part-way, already cover: the
+// player's files the archive holds, and the files and folders the removal list names as ours.
+// An install backs up or lists only what they do not cover yet.
+
+#include <cstdint>
+#include <set>
+#include <string>
+
+#include "removal_list.h"
+
+struct Cover {
+    bool archiveExists = false;
+    std::uint64_t archiveEnd = 0;    // where its last whole record ends; 0: shorter than its header
+    std::set<std::string> backedUp;  // names of `names` the archive holds a whole record of
+    bool listExists = false;
+    ListExtent listExtent;
+    std::set<std::string> listed;    // paths of `paths` the removal list names
+    std::string unreadable;          // a backup file that is there but could not be read to its end
+};
+
+// Reads both backup files, keeping only the names and paths asked about, so that a damaged
+// file of any size costs no more memory than the payload's own names.
+Cover ReadCover(const std::string& archivePath, const std::string& listPath, const std::set<std::string>& names,
+                const std::set<std::string>& paths);

@@ -1,0 +1,40 @@
+#include "safe_paths.h"
+
+#include "system.h"
+#include "windows_names.h"
+
+bool IsRemovableLine(const std::string& path, const std::string& gameFolder, const std::string& contentFolder)
+{
+    const std::string prefix = gameFolder + "/";
+    if (path.size() <= prefix.size() || path.compare(0, prefix.size(), prefix) != 0 ||
+        !IsWindowsName(path.substr(prefix.size())))
+        return false;
+    const bool belowContent = path.size() > contentFolder.size() && path.compare(0, contentFolder.size(), contentFolder) == 0;
+    const bool onTheWay = contentFolder.compare(0, path.size(), path) == 0 && contentFolder[path.size()] == '/';
+    return belowContent || onTheWay;
+}
+
+Way WayTo(const std::string& contentFolder, const std::string& path, KnownFolders* known)
+{
+    if (path.size() <= contentFolder.size() || path.compare(0, contentFolder.size(), contentFolder) != 0)
+        return Way::clear;
+    for (std::size_t end = path.find('/', contentFolder.size());; end = path.find('/', end + 1)) {
+        const std::string step = path.substr(0, end == std::string::npos ? path.size() : end);
+        if (known && known->count(step)) {
+            if (known->at(step))
+                return Way::link;
+        } else {
+            const sys::Entry entry = sys::LookUp(step);
+            if (entry.kind == sys::EntryKind::none)
+                return Way::clear;
+            if (entry.kind == sys::EntryKind::unknown)
+                return Way::unknown;
+            if (known && entry.kind == sys::EntryKind::folder)
+                (*known)[step] = entry.link;
+            if (entry.link)
+                return Way::link;
+        }
+        if (end == std::string::npos)
+            return Way::clear;
+    }
+}

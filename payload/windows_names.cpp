@@ -1,0 +1,98 @@
+#include "windows_names.h"
+
+#include <cstdio>
+
+namespace {
+
+char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+bool SameIgnoringCase(const std::string& a, const char* b)
+{
+    std::size_t i = 0;
+    for (; i < a.size() && b[i] != '\0'; ++i)
+        if (Lower(a[i]) != Lower(b[i]))
+            return false;
+    return i == a.size() && b[i] == '\0';
+}
+
+// A digit, or a superscript one, two or three: as a byte of the Windows code page (B9, B2, B3)
+// or as UTF-8 (C2 B9, C2 B2, C2 B3).
+bool IsPortNumber(const std::string& number)
+{
+    if (number.size() == 1)
+        return (number[0] >= '0' && number[0] <= '9') || number == "\xB9" || number == "\xB2" ||
+               number == "\xB3";
+    return number == "\xC2\xB9" || number == "\xC2\xB2" || number == "\xC2\xB3";
+}
+
+// Windows opens a device for these names, whatever extension follows and whatever spaces stand
+// before the extension: "aux.txt" and "COM1 .cfg" are the serial port and friends.
+bool IsDeviceSegment(const std::string& segment)
+{
+    std::string base = segment.substr(0, segment.find('.'));
+    base.erase(base.find_last_not_of(' ') + 1);
+    for (const char* device : {"con", "prn", "aux", "nul", "conin$", "conout$"})
+        if (SameIgnoringCase(base, device))
+            return true;
+    return base.size() >= 4 && (SameIgnoringCase(base.substr(0, 3), "com") || SameIgnoringCase(base.substr(0, 3), "lpt")) &&
+           IsPortNumber(base.substr(3));
+}
+
+std::string Hex(unsigned char c)
+{
+    char text[8];
+    std::snprintf(text, sizeof text, "0x%02X", c);
+    return text;
+}
+
+std::string CharacterProblem(unsigned char c)
+{
+    if (c == 0)
+        return "contains a zero byte";
+    if (c == '\\')
+        return "contains '\\' ('/' is the only separator)";
+    if (c < 0x20 || c == 0x7F)
+        return "contains the control character " + Hex(c);
+    for (const char* forbidden = ":*?<>|\""; *forbidden; ++forbidden)
+        if (c == static_cast<unsigned char>(*forbidden))
+            return std::string("contains '") + static_cast<char>(c) + "', which Windows forbids in file names";
+    return "";
+}
+
+std::string SegmentProblem(const std::string& segment)
+{
+    if (segment.empty())
+        return "";  // "a//b": Windows reads the doubled separator as one
+    const char last = segment.back();
+    if (last == '.' || last == ' ')
+        return "has the segment \"" + segment + "\" ending in '" + last + "', which Windows drops";
+    if (IsDeviceSegment(segment))
+        return "has the segment \"" + segment + "\", a Windows device name";
+    return "";
+}
+
+}  // namespace
+
+std::string WindowsNameProblem(const std::string& relative)
+{
+    if (relative.empty())
+        return "is empty";
+    for (char c : relative) {
+        std::string problem = CharacterProblem(static_cast<unsigned char>(c));
+        if (!problem.empty())
+            return problem;
+    }
+    if (relative.front() == '/')
+        return "begins with '/' (names are relative to the game folder)";
+    if (relative.back() == '/')
+        return "ends with '/' (a name names a file, not a folder)";
+    for (std::size_t begin = 0;;) {
+        const std::size_t end = relative.find('/', begin);
+        std::string problem = SegmentProblem(relative.substr(begin, end - begin));
+        if (!problem.empty())
+            return problem;
+        if (end == std::string::npos)
+            return "";
+        begin = end + 1;
+    }
+}

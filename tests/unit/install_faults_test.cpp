@@ -1,0 +1,135 @@
+// Nothing of the player's is lost and nothing of ours left behind, whichever call into the
+// operating system fails or is the last before the process ends: the OS layer's POSIX body
+// fails, or ends the process at, the Nth call of a first install and of an uninstall, for every
+// N. Then the player does what the program offers: the install again (answering Yes) and the
+// uninstall, or just the uninstall. Either way the Steam folder must end exactly as it was.
+#ifndef _WIN32
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <functional>
+
+#include "fault_injection.h"
+#include "install_scene.h"
+
+namespace {
+
+using Tree = std::map<std::string, std::string>;
+using sys::faults::Mode;
+
+// A game folder holding some of the payload's targets, files of the player's own and an empty
+// folder of theirs, with folders the payload needs missing.
+void PlayersGame(InstallScene& scene)
+{
+    WriteFile(scene.content + "a.txt", "the player's a.txt");
+    WriteFile(scene.content + "cfg/config.cfg", std::string("the player's config\0\xFF", 21));
+    WriteFile(scene.content + "cfg/own.cfg", "the player's own");
+    MakeFolders(scene.content + "maps");
+}
+
+struct Tally {
+    std::uint64_t calls = 0;  // calls into the OS layer when nothing fails
+    int points = 0;           // faults injected
+    std::uint64_t lostBytes = 0;  // of the player's files: missing, or not as they were
+    int leftBehind = 0;       // entries that were not there before
+};
+
+void Compare(const Tree& before, const Tree& after, Tally& tally, const std::string& what)
+{
+    for (const auto& [path, bytes] : before) {
+        const auto now = after.find(path);
+        if (now == after.end() || now->second != bytes) {
+            tally.lostBytes += bytes.size() + 1;
+            ADD_FAILURE() << what << ": lost or changed " << path;
+        }
+    }
+    for (const auto& [path, bytes] : after)
+        if (!before.count(path)) {
+            ++tally.leftBehind;
+            ADD_FAILURE() << what << ": left behind " << path;
+        }
+}
+
+// Runs `operation` with call `nth` failing, or in a child process ended at call `nth`.
+void Inject(std::uint64_t nth, Mode mode, const std::function<void()>& operation)
+{
+    if (mode == Mode::fail) {
+        sys::faults::Arm(nth, Mode::fail);
+        operation();
+        sys::faults::Arm(0, Mode::fail);
+        return;
+    }
+    std::fflush(nullptr);
+    const pid_t child = fork();
+    if (child == 0) {
+        sys::faults::Arm(nth, Mode::end);
+        operation();
+        _exit(0);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFEXITED(status));
+}
+
+// The calls `operation` makes into the OS layer when nothing fails.
+std::uint64_t CallsOf(const std::function<void(InstallScene&)>& setUp, const std::function<void(InstallScene&)>& operation)
+{
+    InstallScene scene;
+    PlayersGame(scene);
+    setUp(scene);
+    sys::faults::Arm(0, Mode::fail);
+    operation(scene);
+    return sys::faults::Calls();
+}
+
+// Injects a fault at every call of `operation` (after `setUp`), in both modes, and recovers
+// both ways.
+Tally InjectEverywhere(const char* what, const std::function<void(InstallScene&)>& setUp,
+          const std::function<void(InstallScene&)>& operation)
+{
+    Tally tally;
+    tally.calls = CallsOf(setUp, operation);
+    EXPECT_GT(tally.calls, 20u) << what;
+    for (Mode mode : {Mode::fail, Mode::end})
+        for (std::uint64_t nth = 1; nth <= tally.calls; ++nth)
+            for (bool installAgain : {true, false}) {
+                const std::string where = std::string(what) + (mode == Mode::end ? " ended at call " : " failing call ") +
+                                          std::to_string(nth) + (installAgain ? ", then install and uninstall" : ", then uninstall");
+                InstallScene scene;
+                PlayersGame(scene);
+                const Tree before = Snapshot(scene.steam.Path());
+                setUp(scene);
+                Inject(nth, mode, [&] { operation(scene); });
+                tally.points += installAgain;
+                // What the program offers next: it reads the installed state from the disk.
+                if (installAgain) {
+                    EXPECT_EQ(scene.Install().result, InstallOutcome::Result::installed) << where;
+                }
+                if (Exists(scene.archivePath)) {
+                    EXPECT_FALSE(scene.Uninstall().backupKept) << where;
+                }
+                Compare(before, Snapshot(scene.steam.Path()), tally, where);
+            }
+    return tally;
+}
+
+TEST(FaultInjection, NoKillAndNoFailedCallCostsAPlayersByteOrLeavesAnythingBehind)
+{
+    const Tally install = InjectEverywhere("first install", [](InstallScene&) {}, [](InstallScene& s) { s.Install(); });
+    const Tally uninstall = InjectEverywhere("uninstall", [](InstallScene& s) { s.Install(); }, [](InstallScene& s) { s.Uninstall(); });
+    std::printf("fault injection: a first install makes %llu calls, an uninstall %llu; each call failed once and "
+                "ended at once (%d and %d faults), each followed by install and uninstall, and by uninstall alone; "
+                "lost bytes %llu, entries left behind %d\n",
+                static_cast<unsigned long long>(install.calls), static_cast<unsigned long long>(uninstall.calls),
+                install.points, uninstall.points,
+                static_cast<unsigned long long>(install.lostBytes + uninstall.lostBytes),
+                install.leftBehind + uninstall.leftBehind);
+    EXPECT_EQ(install.lostBytes + uninstall.lostBytes, 0u);
+    EXPECT_EQ(install.leftBehind + uninstall.leftBehind, 0);
+}
+
+}  // namespace
+#endif

@@ -1,0 +1,65 @@
+// The game left open: its programs are found by name, in any letter case.
+#ifndef _WIN32
+#include <gtest/gtest.h>
+
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+
+#include <filesystem>
+
+#include "game_profile.h"
+#include "running_game.h"
+#include "test_files.h"
+
+extern char** environ;
+
+namespace {
+
+// A program that waits, started under the given file name.
+class Program {
+public:
+    Program(const std::string& folder, const std::string& name) : path(folder + "/" + name)
+    {
+        std::filesystem::copy_file("/bin/sleep", path);
+        char* argv[] = {path.data(), const_cast<char*>("60"), nullptr};
+        started = posix_spawn(&pid, path.c_str(), nullptr, nullptr, argv, environ) == 0;
+    }
+    ~Program()
+    {
+        if (started) {
+            kill(pid, SIGKILL);
+            waitpid(pid, nullptr, 0);
+        }
+    }
+    bool started = false;
+
+private:
+    std::string path;
+    pid_t pid = 0;
+};
+
+TEST(RunningGame, EitherGamesProgramsAreFoundByNameInAnyLetterCase)
+{
+    TempFolder root;
+    EXPECT_FALSE(GameIsRunning(cs16Profile));
+    EXPECT_FALSE(GameIsRunning(cssProfile));
+    {
+        Program game(root.Path(), "HL.EXE");
+        ASSERT_TRUE(game.started);
+        EXPECT_TRUE(GameIsRunning(cs16Profile));
+        EXPECT_FALSE(GameIsRunning(cssProfile));
+    }
+    EXPECT_FALSE(GameIsRunning(cs16Profile));
+    for (const char* name : {"hl2.exe", "Cstrike.exe", "cstrike_win64.exe"}) {
+        Program game(root.Path(), name);
+        ASSERT_TRUE(game.started);
+        EXPECT_TRUE(GameIsRunning(cssProfile)) << name;
+        EXPECT_FALSE(GameIsRunning(cs16Profile)) << name;
+    }
+    Program lookalike(root.Path(), "hl.exe.bak");
+    EXPECT_FALSE(GameIsRunning(cs16Profile));
+}
+
+}  // namespace
+#endif

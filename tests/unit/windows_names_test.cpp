@@ -1,0 +1,63 @@
+// One rule for the names below a game's folder: what the build refuses in a set, and what the
+// uninstall passes over in its backup files.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "portable_name.h"
+#include "safe_paths.h"
+#include "windows_names.h"
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+TEST(WindowsNames, WhatWindowsReadsAsSomethingElseIsRefusedByTheBuildAndPassedOverByTheUninstall)
+{
+    // Each stands for another file, a device, a pattern, a folder above, or no valid name.
+    const Names refused = {
+        "", "/abs", "cfg/", "../x", "a/../../x", "a/..", "..", ".", "a\\b", "c:x", "cfg/x:stream", ".../x", "a/.. /b",
+        "a/... ", std::string("a\0b.cfg", 7), "a\x01.cfg", "cfg\x1F/a", "tab\there", "line\nbreak", "del\x7F",
+        "a*.cfg", "a?.cfg", "<a>.cfg", "a|b", "say \"hi\".cfg", "a./b", "cfg/a.", "cfg/a ", "a /b",
+        "CON", "con", "Prn.txt", "aux.txt", "cfg/nul", "NUL.tar.gz", "com1", "COM9.cfg", "lpt1", "Lpt5.log",
+        "com0.cfg", "lpt0.txt", "cfg/aux/binds.cfg", "aux .txt", "con .cfg", "nul .x", "conin$", "conin$.cfg",
+        "CONOUT$", "CONOUT$.x", "com\xB9", "LPT\xB2.cfg", "com\xC2\xB3.cfg"};
+    for (const std::string& name : refused) {
+        EXPECT_FALSE(IsWindowsName(name)) << name;
+        EXPECT_NE(PortableNameProblem(name), "") << name;
+    }
+    // Close to those, but ordinary names: every one the build accepts, the uninstall accepts.
+    for (const std::string& name : Names{"a.cfg", "cfg/ludax/binds.cfg", "..cfg", "a/.b/c", "console.cfg",
+                                         "auxiliary.cfg", "com10.cfg", "lpt.cfg", "com", "nul_file", "a.con",
+                                         "cfg/prn2.cfg", "conin.cfg", "my config.cfg", "x.y.z", "a~1.cfg"}) {
+        EXPECT_TRUE(IsWindowsName(name)) << name;
+        EXPECT_EQ(PortableNameProblem(name), "") << name;
+    }
+    // Windows reads these as they are written, so the uninstall takes them; the build still
+    // wants plain ASCII without empty segments.
+    for (const std::string& name : Names{"caf\xC3\xA9.cfg", "a//b"}) {
+        EXPECT_TRUE(IsWindowsName(name)) << name;
+        EXPECT_NE(PortableNameProblem(name), "") << name;
+    }
+}
+
+TEST(WindowsNames, ARemovalLineActsOnlyOnWhatAnInstallCanMakeInTheGamesOwnFolder)
+{
+    const std::string game = "C:/Steam/steamapps/common/Counter-Strike Source";
+    const std::string content = game + "/cstrike/custom/ludax/";
+    // Below the content folder, or a folder on the way down to it.
+    for (const std::string& ours : {content + "a.cfg", content + "cfg/ludax", content + "..cfg",
+                                    game + "/cstrike/custom/ludax", game + "/cstrike/custom", game + "/cstrike"})
+        EXPECT_TRUE(IsRemovableLine(ours, game, content)) << ours;
+    // Built exactly as the install builds it: another case or separator is somewhere else.
+    for (const std::string& other :
+         Names{"C:/Windows/system.ini", game, game + "/", game + "2/x", game + "/hl2.exe", game + "/cstrike/cfg/a.cfg",
+               game + "/cstrike/custom/other/a.cfg", game + "/cstrike/cust", "C:/Steam/steamapps/common/Half-Life/x",
+               "C:/Steam/steamapps/common/cssludax.bak", content + "../../../../cssludax_1.bak",
+               content + "a\\..\\..\\x", "c:/steam/steamapps/common/counter-strike source/cstrike/custom/ludax/a",
+               content + ".../x", content + "aux.cfg"})
+        EXPECT_FALSE(IsRemovableLine(other, game, content)) << other;
+}
+
+}  // namespace
