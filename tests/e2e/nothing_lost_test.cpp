@@ -115,6 +115,33 @@ TEST(NothingLost, ASecondStartBringsTheRunningWindowToTheFrontAndEnds)
     CloseThroughCloseCorner(first);
 }
 
+TEST(NothingLost, EachButtonReadsTheInstalledStateFromTheDiskBeforeItActs)
+{
+    SteamFolder steam;
+    steam.AddAccount(account, cs16Game);
+    steam.Register();
+    RunningLudax ludax;
+    ASSERT_NE(ludax.window, nullptr) << ludax.failure;
+    const LudaxControls controls = FindControls(ludax.window);
+    ASSERT_FALSE(IsWindowEnabled(controls.cs16Uninstall));
+
+    // Another copy installed meanwhile: this one's install now asks the reinstall question.
+    WriteFile(steam.Account(account) + "/cs16ludax.bak", std::string("\x01\0\0\0", 4));
+    EXPECT_EQ(ClickAndAnswer(ludax, controls.cs16Install, IDNO).text, reinstall);
+    EXPECT_TRUE(WaitUntil([&] { return IsWindowEnabled(controls.cs16Uninstall) != 0; }));
+
+    // And uninstalled again, by hand: the uninstall still does its part and says so.
+    const std::string madeByIt = steam.Account(account) + "/counter-strike/cstrike/ludax.cfg";
+    WriteFile(madeByIt, "made by an install");
+    WriteFile(steam.Account(account) + "/cs16ludax_1.bak", madeByIt + "\r\n");
+    std::filesystem::remove(steam.Account(account) + "/cs16ludax.bak");
+    EXPECT_EQ(ClickAndAnswer(ludax, controls.cs16Uninstall, IDOK).text, uninstalled);
+    EXPECT_FALSE(Exists(madeByIt));
+    EXPECT_FALSE(Exists(steam.Account(account) + "/cs16ludax_1.bak"));
+    EXPECT_TRUE(WaitUntil([&] { return !IsWindowEnabled(controls.cs16Uninstall); }));
+    CloseThroughCloseCorner(ludax);
+}
+
 // A copy of this test program under a game's program name stands for the game (see main.cpp).
 class RunningGame {
 public:

@@ -182,4 +182,17 @@ TEST(Install, ContinuesBackupFilesCutShortWhereTheirReadersStop)
     }
 }
 
+TEST(Install, AFileStandingWhereAFilesFolderBelongsIsLeftAloneAndTheInstallGoesOn)
+{
+    InstallScene scene;
+    const std::string& c = scene.content;
+    WriteFile(c + "cfg/ludax", "the player's file named like a folder");
+    const Tree before = Snapshot(scene.accountFolder);
+    EXPECT_EQ(scene.Install().result, Result::installed);
+    EXPECT_EQ(ReadFile(c + "cfg/ludax"), "the player's file named like a folder");
+    EXPECT_EQ(ReadFile(c + "a.txt"), "LUDAX\r\n");  // a record after it
+    EXPECT_FALSE(scene.Uninstall().backupKept);
+    EXPECT_EQ(Snapshot(scene.accountFolder), before);
+}
+
 }  // namespace
