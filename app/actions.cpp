@@ -7,6 +7,7 @@
 #include "system.h"
 #include "texts.h"
 #include "uninstall.h"
+#include "wide_text.h"
 
 // One game's profile, texts and buttons.
 struct GameActions {
@@ -26,7 +27,7 @@ const GameActions cssActions{cssProfile, texts::css, &LudaxLayout::cssUninstall}
 // copy of the program, or an earlier one stopped part-way, may have changed them.
 SteamAccount* Ludax::SelectedAccount()
 {
-    const int index = static_cast<int>(SendMessageA(accountSelect, CB_GETCURSEL, 0, 0));
+    const int index = static_cast<int>(SendMessageW(accountSelect, CB_GETCURSEL, 0, 0));
     if (index < 0 || static_cast<std::size_t>(index) >= accounts.size())
         return nullptr;
     SteamAccount& place = accounts[index];
@@ -38,7 +39,7 @@ SteamAccount* Ludax::SelectedAccount()
 // A message box owned by the window; returns the button pressed.
 int Ludax::ShowMessage(const std::string& text, const char* caption, UINT style)
 {
-    return MessageBoxA(window, text.c_str(), caption, style);
+    return MessageBoxW(window, Wide(text).c_str(), Wide(caption).c_str(), style);
 }
 
 // True once the game is closed; false when the player gave up waiting.

@@ -7,6 +7,7 @@
 #include "find_games.h"
 #include "ludax.h"
 #include "texts.h"
+#include "wide_text.h"
 
 namespace {
 
@@ -22,15 +23,15 @@ enum ControlId {
 // Entries the chooser's open list shows before it scrolls.
 constexpr int visibleEntries = 8;
 
-HWND CreateControl(HWND parent, DWORD exStyle, const char* className, const char* label, DWORD style,
+HWND CreateControl(HWND parent, DWORD exStyle, const wchar_t* className, const char* label, DWORD style,
                    int x, int width, int y, int height, int id)
 {
-    HWND control = CreateWindowExA(exStyle, className, label, WS_CHILD | WS_VISIBLE | WS_TABSTOP | style,
+    HWND control = CreateWindowExW(exStyle, className, Wide(label).c_str(), WS_CHILD | WS_VISIBLE | WS_TABSTOP | style,
                                    x, y, width, height, parent,
                                    reinterpret_cast<HMENU>(static_cast<std::intptr_t>(id)),
-                                   GetModuleHandleA(nullptr), nullptr);
+                                   GetModuleHandleW(nullptr), nullptr);
     if (control != nullptr)
-        SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), FALSE);
+        SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), FALSE);
     return control;
 }
 
@@ -55,10 +56,10 @@ int ClosedHeight(HWND chooser)
 // closed chooser is exactly `height` tall.
 void SetClosedHeight(HWND chooser, int height)
 {
-    int field = static_cast<int>(SendMessageA(chooser, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0));
+    int field = static_cast<int>(SendMessageW(chooser, CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0));
     for (int attempt = 0; attempt < 4 && ClosedHeight(chooser) != height; ++attempt) {
         field -= ClosedHeight(chooser) - height;
-        SendMessageA(chooser, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), field);
+        SendMessageW(chooser, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), field);
     }
 }
 
@@ -66,12 +67,12 @@ void SetClosedHeight(HWND chooser, int height)
 // as tall as its open list, which gets room for a few entries.
 HWND CreateAccountSelect(HWND parent, int y, int width, int height)
 {
-    HWND chooser = CreateControl(parent, WS_EX_CLIENTEDGE, "COMBOBOX", "", CBS_DROPDOWNLIST | WS_VSCROLL, 0,
+    HWND chooser = CreateControl(parent, WS_EX_CLIENTEDGE, L"COMBOBOX", "", CBS_DROPDOWNLIST | WS_VSCROLL, 0,
                                  width, y, height, accountSelectId);
     if (chooser == nullptr)
         return nullptr;
     SetClosedHeight(chooser, height);
-    const int entry = static_cast<int>(SendMessageA(chooser, CB_GETITEMHEIGHT, 0, 0));
+    const int entry = static_cast<int>(SendMessageW(chooser, CB_GETITEMHEIGHT, 0, 0));
     SetWindowPos(chooser, nullptr, 0, y, width, ClosedHeight(chooser) + visibleEntries * entry + 2,
                  SWP_NOZORDER | SWP_NOACTIVATE);
     return chooser;
@@ -79,7 +80,7 @@ HWND CreateAccountSelect(HWND parent, int y, int width, int height)
 
 HWND CreateButton(HWND parent, const char* label, int y, int width, int height, int id)
 {
-    return CreateControl(parent, 0, "BUTTON", label, BS_PUSHBUTTON, 0, width, y, height, id);
+    return CreateControl(parent, 0, L"BUTTON", label, BS_PUSHBUTTON, 0, width, y, height, id);
 }
 
 }  // namespace
@@ -136,16 +137,17 @@ void Ludax::FindGames()
         EndWithMessage(texts::nothingInstalled, texts::hibaColonCaption, MB_OK | MB_ICONERROR);
     connections.push_back({accountSelect, CBN_SELCHANGE, &Ludax::SelectAccount});
     for (const SteamAccount& account : accounts)
-        SendMessageA(accountSelect, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(texts::ChooserLabel(account).c_str()));
+        SendMessageW(accountSelect, CB_ADDSTRING, 0,
+                     reinterpret_cast<LPARAM>(Wide(texts::ChooserLabel(account)).c_str()));
     // Selecting by message does not notify, so the change action does not run here.
-    SendMessageA(accountSelect, CB_SETCURSEL, 0, 0);
+    SendMessageW(accountSelect, CB_SETCURSEL, 0, 0);
     if (accounts.size() == 1)
         Enable(accountSelect, false);
 }
 
 void Ludax::SelectAccount()
 {
-    int index = static_cast<int>(SendMessageA(accountSelect, CB_GETCURSEL, 0, 0));
+    int index = static_cast<int>(SendMessageW(accountSelect, CB_GETCURSEL, 0, 0));
     ButtonStates states = ::SelectAccount(accounts, index);
     Enable(cs16Install, states.cs16Install);
     Enable(cs16Uninstall, states.cs16Uninstall);

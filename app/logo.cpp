@@ -7,6 +7,7 @@
 #include "little_endian.h"
 #include "resources.h"
 #include "texts.h"
+#include "wide_text.h"
 
 namespace {
 
@@ -36,8 +37,8 @@ BgraImage Unpack(const unsigned char* data, std::size_t length)
 
 BgraImage LoadLogo()
 {
-    HMODULE module = GetModuleHandleA(nullptr);
-    HRSRC found = FindResourceA(module, MAKEINTRESOURCEA(LUDAX_LOGO), RT_RCDATA);
+    HMODULE module = GetModuleHandleW(nullptr);
+    HRSRC found = FindResourceW(module, MAKEINTRESOURCEW(LUDAX_LOGO), RT_RCDATA);
     HGLOBAL loaded = found ? LoadResource(module, found) : nullptr;
     const void* data = loaded ? LockResource(loaded) : nullptr;
     return Unpack(static_cast<const unsigned char*>(data), found ? SizeofResource(module, found) : 0);
@@ -96,6 +97,7 @@ void DrawLogoBand(HDC dc, const BgraImage& logo, SIZE size)
     HGDIOBJ oldFont = SelectObject(dc, GetStockObject(DEFAULT_GUI_FONT));
     SetTextColor(dc, versionOrange);
     SetBkMode(dc, TRANSPARENT);
-    TextOutA(dc, 0, 0, texts::versionLabel, static_cast<int>(sizeof texts::versionLabel - 1));
+    const std::wstring label = Wide(texts::versionLabel);
+    TextOutW(dc, 0, 0, label.c_str(), static_cast<int>(label.size()));
     SelectObject(dc, oldFont);
 }

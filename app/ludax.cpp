@@ -9,10 +9,11 @@
 #include "resources.h"
 #include "steam_path.h"
 #include "texts.h"
+#include "wide_text.h"
 
 namespace {
 
-constexpr char ludaxClassName[] = "Ludax";
+constexpr wchar_t ludaxClassName[] = L"Ludax";
 
 // The fade's periodic timer: 10 ms, id 1.
 constexpr UINT_PTR fadeTimerId = 1;
@@ -32,7 +33,7 @@ constexpr SIZE closeClickArea{42, 29};
 // Held until the process ends; false when another copy holds it.
 bool OnlyCopy()
 {
-    HANDLE copy = CreateMutexA(nullptr, FALSE, "Local\\LudaxConfig");
+    HANDLE copy = CreateMutexW(nullptr, FALSE, L"Local\\LudaxConfig");
     return copy != nullptr && GetLastError() != ERROR_ALREADY_EXISTS;
 }
 
@@ -47,7 +48,7 @@ void __verbose_terminate_handler() { std::abort(); }
 
 void EndWithMessage(const std::string& text, const char* caption, UINT style)
 {
-    MessageBoxA(nullptr, text.c_str(), caption, style);
+    MessageBoxW(nullptr, Wide(text).c_str(), Wide(caption).c_str(), style);
     std::exit(-1);
 }
 
@@ -55,7 +56,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
 {
     if (!OnlyCopy()) {
         // The player started it again: the running window is what they are after.
-        if (HWND running = FindWindowA(ludaxClassName, nullptr)) {
+        if (HWND running = FindWindowW(ludaxClassName, nullptr)) {
             if (IsIconic(running))
                 ShowWindow(running, SW_RESTORE);
             SetForegroundWindow(running);
@@ -84,7 +85,7 @@ Ludax::Ludax()
     steamappsPath = steam.steamappsPath;
     logo = LudaxImage::LudaxLogo();  // a private copy: the fade rewrites its alpha
     SetAlpha(logo, fadeLevel);       // invisible until the fade brings it in
-    SetWindowTextA(window, texts::windowTitle);
+    SetWindowTextW(window, Wide(texts::windowTitle).c_str());
     CreateControls();
     FindGames();
     SelectAccount();
@@ -106,13 +107,13 @@ Ludax::~Ludax()
 void Ludax::Run()
 {
     MSG message;
-    while (GetMessageA(&message, nullptr, 0, 0) > 0) {
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         // The dialog manager's keyboard handling: Tab and Shift+Tab between the chooser and the
         // enabled buttons, Enter on the focused button.
-        if (window != nullptr && IsDialogMessageA(window, &message))
+        if (window != nullptr && IsDialogMessageW(window, &message))
             continue;
         TranslateMessage(&message);
-        DispatchMessageA(&message);
+        DispatchMessageW(&message);
     }
 }
 
@@ -125,24 +126,24 @@ SIZE Ludax::Band() const { return SIZE{Scaled(logo.width), Scaled(logo.height)};
 
 void Ludax::CreateNativeWindow()
 {
-    HINSTANCE instance = GetModuleHandleA(nullptr);
-    WNDCLASSEXA windowClass{};
+    HINSTANCE instance = GetModuleHandleW(nullptr);
+    WNDCLASSEXW windowClass{};
     windowClass.cbSize = sizeof windowClass;
     windowClass.style = CS_SAVEBITS;
     windowClass.lpfnWndProc = WindowProcedure;
     windowClass.hInstance = instance;
     windowClass.hCursor = LoadCursor(nullptr, IDC_ARROW);
     // The shell shows the large icon in Alt+Tab, the small one on the taskbar.
-    windowClass.hIcon = static_cast<HICON>(LoadImageA(instance, MAKEINTRESOURCEA(LUDAX_ICON), IMAGE_ICON,
+    windowClass.hIcon = static_cast<HICON>(LoadImageW(instance, MAKEINTRESOURCEW(LUDAX_ICON), IMAGE_ICON,
                                                       GetSystemMetrics(SM_CXICON), GetSystemMetrics(SM_CYICON), 0));
-    windowClass.hIconSm = static_cast<HICON>(LoadImageA(instance, MAKEINTRESOURCEA(LUDAX_ICON), IMAGE_ICON,
+    windowClass.hIconSm = static_cast<HICON>(LoadImageW(instance, MAKEINTRESOURCEW(LUDAX_ICON), IMAGE_ICON,
                                                         GetSystemMetrics(SM_CXSMICON),
                                                         GetSystemMetrics(SM_CYSMICON), 0));
     windowClass.lpszClassName = ludaxClassName;
-    if (RegisterClassExA(&windowClass) == 0)
+    if (RegisterClassExW(&windowClass) == 0)
         WindowFailed();
     // Borderless and captionless; hidden until the constructor has laid it out and centred it.
-    if (CreateWindowExA(0, ludaxClassName, "", WS_POPUP | WS_CLIPCHILDREN, 0, 0, 0, 0, nullptr, nullptr,
+    if (CreateWindowExW(0, ludaxClassName, L"", WS_POPUP | WS_CLIPCHILDREN, 0, 0, 0, 0, nullptr, nullptr,
                         instance, this) == nullptr)
         WindowFailed();
 }
@@ -150,17 +151,17 @@ void Ludax::CreateNativeWindow()
 LRESULT CALLBACK Ludax::WindowProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == WM_NCCREATE) {
-        auto* self = static_cast<Ludax*>(reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams);
+        auto* self = static_cast<Ludax*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
         self->window = hwnd;
-        SetWindowLongPtrA(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
+        SetWindowLongPtrW(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
     }
-    auto* self = reinterpret_cast<Ludax*>(GetWindowLongPtrA(hwnd, GWLP_USERDATA));
+    auto* self = reinterpret_cast<Ludax*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
     if (self == nullptr)
-        return DefWindowProcA(hwnd, message, wParam, lParam);
+        return DefWindowProcW(hwnd, message, wParam, lParam);
     if (message == WM_NCDESTROY) {
-        SetWindowLongPtrA(hwnd, GWLP_USERDATA, 0);
+        SetWindowLongPtrW(hwnd, GWLP_USERDATA, 0);
         self->window = nullptr;
-        return DefWindowProcA(hwnd, message, wParam, lParam);
+        return DefWindowProcW(hwnd, message, wParam, lParam);
     }
     return self->WindowProc(message, wParam, lParam);
 }
@@ -195,7 +196,7 @@ LRESULT Ludax::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         PostQuitMessage(0);
         return 0;
     }
-    return DefWindowProcA(window, message, wParam, lParam);
+    return DefWindowProcW(window, message, wParam, lParam);
 }
 
 // The logo band is the title bar: dragging it moves the window. Its top-right corner (the
@@ -211,7 +212,7 @@ LRESULT Ludax::HitTest(LPARAM screenPoint)
     bool inCloseCorner = dx >= band.cx - Scaled(closeCorner.cx) && dy < Scaled(closeCorner.cy);
     if (dy <= band.cy && !inCloseCorner)
         return HTCAPTION;
-    return DefWindowProcA(window, WM_NCHITTEST, 0, screenPoint);
+    return DefWindowProcW(window, WM_NCHITTEST, 0, screenPoint);
 }
 
 void Ludax::LeftDown(POINT p)

@@ -81,7 +81,7 @@ bool ArchiveReader::Next(std::string& name, bool& nameTooLong, std::uint32_t& da
     if (position >= size || size - position < 4 || !ReadLength(nameSize) ||
         nameSize > 0x7FFFFFFF || size - position < std::uint64_t{nameSize} + 4)
         return false;
-    nameTooLong = nameSize > sys::maxPathLength;
+    nameTooLong = nameSize > sys::maxPathBytes;
     name.assign(nameTooLong ? 0 : nameSize, '\0');
     const bool nameRead = nameTooLong ? file.Skip(nameSize) : file.Read(&name[0], nameSize);
     if (!nameRead) {

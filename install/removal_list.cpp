@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "system.h"
+#include "text_encoding.h"
 
 std::string RemovalLines(const std::vector<std::string>& paths)
 {
@@ -21,7 +22,7 @@ bool RemovalListReader::Feed(const char* bytes, std::size_t size)
             EndLine(offset + 1);
         else if (bytes[i] == '\r')
             continue;
-        else if (line.size() < sys::maxPathLength)
+        else if (line.size() < sys::maxPathBytes)
             line += bytes[i];
         else
             overlong = true;
@@ -44,8 +45,9 @@ void RemovalListReader::EndLine(std::uint64_t lineEnd)
         ended = true;
         return;
     }
+    // A line an earlier version wrote in the system's ANSI code page is not UTF-8.
     if (!overlong)
-        visit(line);
+        visit(IsUtf8(line) ? line : sys::AnsiToUtf8(line));
     overlong = false;
     line.clear();
     extent.linesEnd = lineEnd;

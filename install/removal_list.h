@@ -22,7 +22,8 @@ struct ListExtent {
 
 // Cuts a removal list into paths as its bytes arrive, holding one line at a time: each line
 // runs up to LF with every CR dropped, a last line without LF still counts, and the list ends
-// at the first empty line. A line longer than any path the program can use is passed over.
+// at the first empty line. A line longer than any path the program can use is passed over. A
+// line is UTF-8, or else (written by an earlier version) in the system's ANSI code page.
 class RemovalListReader {
 public:
     using Visit = std::function<void(const std::string& path)>;

@@ -10,12 +10,14 @@
 #include "removal_list.h"
 #include "safe_paths.h"
 #include "system.h"
+#include "text_encoding.h"
 #include "windows_names.h"
 
 namespace {
 
-// More lines than any install writes: the lines of a longer list past it are passed over.
-constexpr std::size_t lineLimit = 1 << 16;
+// Far more than any install writes (a few kilobytes): the lines of a longer list past it are
+// passed over, so that a damaged list of any size costs no more memory than this.
+constexpr std::size_t linesLimit = 8 << 20;
 
 struct Removal {
     bool listExists = false;
@@ -70,9 +72,12 @@ Removal RemoveCreated(const std::string& listPath, const std::string& gameFolder
     if (!removal.listExists)
         return removal;
     std::vector<std::string> lines;
+    std::size_t kept = 0;
     removal.readWhole = !list.link && ReadRemovalListFile(listPath, [&](const std::string& line) {
-        if (lines.size() < lineLimit && IsRemovableLine(line, gameFolder, contentFolder))
+        if (kept + line.size() <= linesLimit && IsRemovableLine(line, gameFolder, contentFolder)) {
             lines.push_back(line);
+            kept += line.size();
+        }
     });
 
     KnownFolders known;
@@ -129,7 +134,7 @@ bool RestoreArchive(const std::string& archivePath, const std::string& contentFo
     std::uint32_t size = 0;
     while (archive.Next(name, nameTooLong, size)) {
         const std::string target = contentFolder + name;
-        if (nameTooLong || !IsWindowsName(name) || target.size() > sys::maxPathLength)
+        if (nameTooLong || !IsWindowsName(name) || Utf16Length(target) > sys::maxPathUnits)
             continue;
         const bool restored = WayTo(contentFolder, target, &known) == Way::clear &&
                               CreateFolders(target, nullptr, &known).empty() && RestoreRecord(archive, target);

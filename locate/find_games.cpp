@@ -67,21 +67,22 @@ std::vector<std::string> SteamLibraries(const std::string& steamappsPath)
 {
     const std::string steamPath = steamappsPath.substr(0, steamappsPath.size() - steamappsSuffix.size());
     std::vector<std::string> libraries{steamPath};
-    std::string listFile = steamappsPath + "libraryfolders.vdf";
-    if (!sys::PathExists(listFile))
-        listFile = steamPath + "/config/libraryfolders.vdf";
-    std::string text;
-    if (!sys::ReadFileStart(listFile, libraryFileLimit, text))
-        return libraries;
     std::vector<std::string> seen{PlaceKey(steamPath)};
-    for (const std::string& library : ParseLibraryFolders(text)) {
-        const std::string key = PlaceKey(library);
-        if (key.empty() || std::find(seen.begin(), seen.end(), key) != seen.end())
+    // Steam keeps its own copy in config/ since 2021; the one in steamapps/ may be older, or the
+    // only one an older Steam wrote. Each library counts once, in the order they name them.
+    for (const std::string& listFile : {steamappsPath + "libraryfolders.vdf", steamPath + "/config/libraryfolders.vdf"}) {
+        std::string text;
+        if (!sys::ReadFileStart(listFile, libraryFileLimit, text))
             continue;
-        if (libraries.size() == libraryLimit)
-            break;
-        seen.push_back(key);
-        libraries.push_back(library);
+        for (const std::string& library : ParseLibraryFolders(text)) {
+            const std::string key = PlaceKey(library);
+            if (key.empty() || std::find(seen.begin(), seen.end(), key) != seen.end())
+                continue;
+            if (libraries.size() == libraryLimit)
+                return libraries;
+            seen.push_back(key);
+            libraries.push_back(library);
+        }
     }
     return libraries;
 }

@@ -7,7 +7,8 @@
 #include "steam_account.h"
 
 // The Steam folder (the part of `steamappsPath` before "/steamapps/"), then every further
-// library that libraryfolders.vdf lists, in file order, each place named once.
+// library that steamapps/libraryfolders.vdf lists, then those only config/libraryfolders.vdf
+// lists, in file order, each place named once.
 std::vector<std::string> SteamLibraries(const std::string& steamappsPath);
 
 // The folders of `steamappsPath` that hold either game or either backup archive, in listing

@@ -1,7 +1,9 @@
 #pragma once
 // The operating-system calls the installer makes, behind one thin layer: a Win32 body (the
 // product) and a POSIX body (the native tests). Nothing here shows a box or ends the process;
-// every read, write, close and removal says whether it worked.
+// every read, write, close and removal says whether it worked. Paths and texts are UTF-8; the
+// Win32 body hands them to the system's UTF-16 calls, a long path in its extended-length form
+// (long_paths.h).
 
 #include <cstddef>
 #include <cstdint>
@@ -12,8 +14,9 @@ namespace sys {
 
 enum class RegistryRead { ok, keyMissing, valueUnreadable };
 
-// Reads a string value of a key under HKEY_CURRENT_USER through a 260-byte buffer; a value
-// that does not fit (with its NUL) is unreadable. `text` gets the bytes up to the first NUL.
+// Reads a string value of a key under HKEY_CURRENT_USER through a buffer of 260 characters; a
+// value that does not fit (with its NUL) is unreadable. `text` gets the characters up to the
+// first NUL.
 RegistryRead ReadUserRegistryString(const std::string& key, const std::string& value,
                                     std::string& text);
 
@@ -26,11 +29,12 @@ struct ListedEntry {
 // included, in the order the file system returns them.
 std::vector<ListedEntry> ListFolder(const std::string& folder);
 
-// The longest path any call below takes: Windows' MAX_PATH less its terminating NUL. Each
-// call treats a longer path, or one holding a NUL byte, as missing or refuses it, so that the
-// existence test, the reads and the writes all see the same set of paths: a file the test
-// cannot see is never written.
-constexpr std::size_t maxPathLength = 259;
+// The longest path any call below takes: Windows' longest, in UTF-16 units and in UTF-8 bytes
+// (three a unit at most). Each call treats a longer path, one holding a NUL byte, or one that
+// is not UTF-8, as missing or refuses it, so that the existence test, the reads and the writes
+// all see the same set of paths: a file the test cannot see is never written.
+constexpr std::size_t maxPathUnits = 32767;
+constexpr std::size_t maxPathBytes = 3 * maxPathUnits;
 
 // `none`: nothing stands there (nor can: the path is too long, or a folder on the way is missing
 // or a file). `unknown`: the system could not tell (access denied, an I/O error): whoever must
@@ -38,7 +42,7 @@ constexpr std::size_t maxPathLength = 259;
 enum class EntryKind { none, file, folder, unknown };
 
 // The entry itself, never what a link points to. `link` is set for a symbolic link, junction
-// or other reparse point (Win32: FILE_ATTRIBUTE_REPARSE_POINT from FindFirstFileA; POSIX:
+// or other reparse point (Win32: FILE_ATTRIBUTE_REPARSE_POINT from FindFirstFileW; POSIX:
 // lstat). A link's kind is that of its target, and a link whose target is gone is a file.
 struct Entry {
     EntryKind kind = EntryKind::none;

@@ -14,6 +14,7 @@
 #include <iterator>
 
 #include "fault_injection.h"
+#include "text_encoding.h"
 
 namespace sys {
 
@@ -72,11 +73,11 @@ std::string RegistryFolder(const std::string& key)
     return path;
 }
 
-// Longer than the limit, or holding a NUL byte, after which the system would see a shorter
-// path than the caller checked.
+// Longer than the limit, holding a NUL byte (after which the system would see a shorter path
+// than the caller checked), or not UTF-8: as the Win32 body refuses them.
 bool Unusable(const std::string& path)
 {
-    return path.size() > maxPathLength || path.find('\0') != std::string::npos;
+    return path.size() > maxPathBytes || path.find('\0') != std::string::npos || !IsUtf8(path);
 }
 
 // Repeats `transfer` (read or write) until all `size` bytes have moved; false when a call
@@ -126,7 +127,7 @@ RegistryRead ReadUserRegistryString(const std::string& key, const std::string& v
     if (!in)
         return RegistryRead::valueUnreadable;
     std::string stored((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (stored.size() + 1 > 260)  // the stored string and its NUL must fit 260 bytes
+    if (Utf16Length(stored) + 1 > 260)  // the stored string and its NUL must fit 260 characters
         return RegistryRead::valueUnreadable;
     text = stored.substr(0, stored.find('\0'));
     return RegistryRead::ok;
@@ -296,6 +297,21 @@ std::vector<std::string> RunningProgramNames()
     }
     closedir(processes);
     return names;
+}
+
+std::string AnsiToUtf8(const std::string& ansi)
+{
+    // Code page 1252's characters at 0x80-0x9F; the rest of the upper half is Latin-1's.
+    static const char16_t upper[32] = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                       0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x8D,   0x017D, 0x8F,
+                                       0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                       0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
+    std::u16string text;
+    for (char c : ansi) {
+        const unsigned char byte = static_cast<unsigned char>(c);
+        text += byte >= 0x80 && byte < 0xA0 ? upper[byte - 0x80] : static_cast<char16_t>(byte);
+    }
+    return ToUtf8(text.data(), text.size());
 }
 
 }  // namespace sys

@@ -5,15 +5,44 @@
 
 #include <algorithm>
 
+#include "long_paths.h"
+#include "text_encoding.h"
+
 namespace sys {
 
 namespace {
 
-// Longer than the limit, or holding a NUL byte, after which the system would see a shorter
-// path than the caller checked.
-bool Unusable(const std::string& path)
+// UTF-8 as UTF-16 for the W calls (wchar_t is UTF-16 on Windows); false for bytes that are not
+// UTF-8, which name nothing.
+bool Wide(const std::string& utf8, std::wstring& wide)
 {
-    return path.size() > maxPathLength || path.find('\0') != std::string::npos;
+    std::u16string utf16;
+    const bool converted = ToUtf16(utf8, utf16);
+    wide.assign(utf16.begin(), utf16.end());
+    return converted;
+}
+
+std::string Utf8(const wchar_t* wide, std::size_t length)
+{
+    return ToUtf8(reinterpret_cast<const char16_t*>(wide), length);
+}
+
+std::string Utf8(const wchar_t* wide) { return Utf8(wide, wcslen(wide)); }
+
+// The longest path plain calls take, and plain CreateDirectory (room for an 8.3 name).
+constexpr std::size_t plainPathLimit = MAX_PATH - 1;
+constexpr std::size_t plainFolderLimit = MAX_PATH - 13;
+
+// The path as a call takes it: UTF-16, in its extended-length form when it is longer than the
+// call's `limit`. Empty when no call can take it: a NUL byte (after which the system would see a
+// shorter path than the caller checked), bytes that are not UTF-8, more than Windows' longest.
+std::wstring SystemPath(const std::string& path, std::size_t limit = plainPathLimit)
+{
+    std::wstring wide;
+    if (path.empty() || path.find('\0') != std::string::npos ||
+        !Wide(Utf16Length(path) > limit ? ExtendedLengthPath(path) : path, wide) || wide.size() > maxPathUnits)
+        return std::wstring();
+    return wide;
 }
 
 HANDLE Native(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
@@ -32,6 +61,7 @@ bool Missing(DWORD error)
     case ERROR_NOT_READY:
     case ERROR_BAD_NETPATH:
     case ERROR_BAD_NET_NAME:
+    case ERROR_FILENAME_EXCED_RANGE:
         return true;
     default:
         return false;
@@ -42,9 +72,10 @@ bool Missing(DWORD error)
 // device, which must never be read or written as if it were a player's file.
 HANDLE OpenDiskFile(const std::string& path, DWORD access, DWORD sharing, DWORD disposition)
 {
-    if (Unusable(path))
+    const std::wstring wide = SystemPath(path);
+    if (wide.empty())
         return INVALID_HANDLE_VALUE;
-    HANDLE handle = CreateFileA(path.c_str(), access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+    HANDLE handle = CreateFileW(wide.c_str(), access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (handle != INVALID_HANDLE_VALUE && GetFileType(handle) != FILE_TYPE_DISK) {
         CloseHandle(handle);
         return INVALID_HANDLE_VALUE;
@@ -75,35 +106,36 @@ bool TransferAll(Bytes* bytes, std::size_t size, Transfer transfer)
 RegistryRead ReadUserRegistryString(const std::string& key, const std::string& value,
                                     std::string& text)
 {
+    std::wstring wideKey, wideValue;
     HKEY handle;
-    if (RegOpenKeyExA(HKEY_CURRENT_USER, key.c_str(), 0, KEY_QUERY_VALUE, &handle) != ERROR_SUCCESS)
+    if (!Wide(key, wideKey) || !Wide(value, wideValue) ||
+        RegOpenKeyExW(HKEY_CURRENT_USER, wideKey.c_str(), 0, KEY_QUERY_VALUE, &handle) != ERROR_SUCCESS)
         return RegistryRead::keyMissing;
-    char buffer[260];
+    // 260 characters: a longer value, with its NUL, does not fit and is unreadable.
+    wchar_t buffer[260];
     DWORD size = sizeof buffer;
-    LONG result = RegQueryValueExA(handle, value.c_str(), nullptr, nullptr,
-                                   reinterpret_cast<BYTE*>(buffer), &size);
+    LONG result = RegQueryValueExW(handle, wideValue.c_str(), nullptr, nullptr, reinterpret_cast<BYTE*>(buffer), &size);
     RegCloseKey(handle);
     if (result != ERROR_SUCCESS)
         return RegistryRead::valueUnreadable;
     std::size_t length = 0;
-    while (length < size && buffer[length] != '\0')
+    while (length < size / sizeof(wchar_t) && buffer[length] != L'\0')
         ++length;
-    text.assign(buffer, length);
+    text = Utf8(buffer, length);
     return RegistryRead::ok;
 }
 
 std::vector<ListedEntry> ListFolder(const std::string& folder)
 {
     std::vector<ListedEntry> names;
-    if (Unusable(folder + "*.*"))
-        return names;
-    WIN32_FIND_DATAA entry;
-    HANDLE search = FindFirstFileA((folder + "*.*").c_str(), &entry);
+    const std::wstring pattern = SystemPath(folder + "*.*");
+    WIN32_FIND_DATAW entry;
+    HANDLE search = pattern.empty() ? INVALID_HANDLE_VALUE : FindFirstFileW(pattern.c_str(), &entry);
     if (search == INVALID_HANDLE_VALUE)
         return names;
     do
-        names.push_back({entry.cFileName, (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0});
-    while (FindNextFileA(search, &entry));
+        names.push_back({Utf8(entry.cFileName), (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0});
+    while (FindNextFileW(search, &entry));
     FindClose(search);
     return names;
 }
@@ -111,10 +143,11 @@ std::vector<ListedEntry> ListFolder(const std::string& folder)
 Entry LookUp(const std::string& path)
 {
     Entry result;
-    if (Unusable(path))
+    const std::wstring wide = SystemPath(path);
+    if (wide.empty())
         return result;
-    WIN32_FIND_DATAA entry;
-    HANDLE search = FindFirstFileA(path.c_str(), &entry);
+    WIN32_FIND_DATAW entry;
+    HANDLE search = FindFirstFileW(wide.c_str(), &entry);
     if (search == INVALID_HANDLE_VALUE) {
         result.kind = Missing(GetLastError()) ? EntryKind::none : EntryKind::unknown;
         return result;
@@ -215,23 +248,27 @@ bool File::Close()
 
 bool MakeFolder(const std::string& path)
 {
-    return !Unusable(path) && CreateDirectoryA(path.c_str(), nullptr) != 0;
+    const std::wstring wide = SystemPath(path, plainFolderLimit);
+    return !wide.empty() && CreateDirectoryW(wide.c_str(), nullptr) != 0;
 }
 
 bool RemoveFolder(const std::string& path)
 {
-    return !Unusable(path) && RemoveDirectoryA(path.c_str()) != 0;
+    const std::wstring wide = SystemPath(path);
+    return !wide.empty() && RemoveDirectoryW(wide.c_str()) != 0;
 }
 
 bool RemoveFile(const std::string& path)
 {
-    return !Unusable(path) && DeleteFileA(path.c_str()) != 0;
+    const std::wstring wide = SystemPath(path);
+    return !wide.empty() && DeleteFileW(wide.c_str()) != 0;
 }
 
 bool MoveOver(const std::string& from, const std::string& to)
 {
-    return !Unusable(from) && !Unusable(to) &&
-           MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+    const std::wstring wideFrom = SystemPath(from), wideTo = SystemPath(to);
+    return !wideFrom.empty() && !wideTo.empty() &&
+           MoveFileExW(wideFrom.c_str(), wideTo.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
 }
 
 std::vector<std::string> RunningProgramNames()
@@ -240,12 +277,22 @@ std::vector<std::string> RunningProgramNames()
     HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
     if (snapshot == INVALID_HANDLE_VALUE)
         return names;
-    PROCESSENTRY32 process{};
+    PROCESSENTRY32W process{};
     process.dwSize = sizeof process;
-    for (BOOL more = Process32First(snapshot, &process); more; more = Process32Next(snapshot, &process))
-        names.push_back(process.szExeFile);
+    for (BOOL more = Process32FirstW(snapshot, &process); more; more = Process32NextW(snapshot, &process))
+        names.push_back(Utf8(process.szExeFile));
     CloseHandle(snapshot);
     return names;
+}
+
+std::string AnsiToUtf8(const std::string& ansi)
+{
+    if (ansi.empty())
+        return std::string();
+    const int length = MultiByteToWideChar(CP_ACP, 0, ansi.data(), static_cast<int>(ansi.size()), nullptr, 0);
+    std::wstring wide(static_cast<std::size_t>(std::max(length, 0)), L'\0');
+    MultiByteToWideChar(CP_ACP, 0, ansi.data(), static_cast<int>(ansi.size()), wide.data(), length);
+    return Utf8(wide.data(), wide.size());
 }
 
 }  // namespace sys

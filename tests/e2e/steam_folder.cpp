@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "text.h"
+
 namespace {
 const char steamKey[] = "Software\\Valve\\Steam";
 const std::string emptyArchive("\x01\x00\x00\x00", 4);
@@ -34,8 +36,10 @@ void SetSteamPath(const std::string& value)
     if (RegCreateKeyExA(HKEY_CURRENT_USER, steamKey, 0, nullptr, 0, KEY_SET_VALUE, nullptr, &key,
                         nullptr) != ERROR_SUCCESS)
         return;
-    RegSetValueExA(key, "SteamPath", 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
-                   static_cast<DWORD>(value.size() + 1));
+    // As Steam stores it: UTF-16, whatever the system's code page.
+    const std::wstring wide = Widen(value);
+    RegSetValueExW(key, L"SteamPath", 0, REG_SZ, reinterpret_cast<const BYTE*>(wide.c_str()),
+                   static_cast<DWORD>((wide.size() + 1) * sizeof(wchar_t)));
     RegCloseKey(key);
 }
 

@@ -196,24 +196,26 @@ TEST(Discovery, AccountFoldersFirstThenEveryLibraryInOrder)
     EXPECT_TRUE(!leftover.hasCs16 && !leftover.hasCss && leftover.hasCs16Backup && !leftover.hasCssBackup);
 }
 
-TEST(Discovery, LibraryListIsReadFromConfigOnlyWhenSteamappsHasNone)
+TEST(Discovery, LibraryListsAreReadFromSteamappsThenConfigEachLibraryOnce)
 {
-    TempFolder steam, inConfig, inSteamapps;
+    TempFolder steam, inConfig, inSteamapps, inBoth;
     const std::string apps = steam.Path() + "/steamapps/";
-    AddLibraryGames(inConfig.Path(), true, false);
-    AddLibraryGames(inSteamapps.Path(), true, false);
     WriteFile(steam.Path() + "/config/libraryfolders.vdf",
-              "\"LibraryFolders\" { \"1\" \"" + inConfig.Path() + "\" }");
-    EXPECT_EQ(SteamLibraries(apps), (std::vector<std::string>{steam.Path(), inConfig.Path()}));
+              "\"LibraryFolders\" { \"1\" \"" + inBoth.Path() + "\" \"2\" \"" + inConfig.Path() + "\" }");
+    EXPECT_EQ(SteamLibraries(apps), (std::vector<std::string>{steam.Path(), inBoth.Path(), inConfig.Path()}));
 
-    WriteFile(apps + "libraryfolders.vdf", "\"LibraryFolders\" { \"1\" \"" + inSteamapps.Path() + "\" }");
-    EXPECT_EQ(SteamLibraries(apps), (std::vector<std::string>{steam.Path(), inSteamapps.Path()}));
+    WriteFile(apps + "libraryfolders.vdf",
+              "\"LibraryFolders\" { \"1\" \"" + inSteamapps.Path() + "\" \"2\" \"" + inBoth.Path() + "\" }");
+    EXPECT_EQ(SteamLibraries(apps),
+              (std::vector<std::string>{steam.Path(), inSteamapps.Path(), inBoth.Path(), inConfig.Path()}));
 
-    // A huge list is read only as far as it goes in the first megabyte.
-    std::string huge = "\"LibraryFolders\" { \"1\" \"" + inConfig.Path() + "\" \"junk\" \"";
-    huge += std::string(3 << 20, 'x');
+    // A huge list is read only as far as it goes in its first megabyte.
+    const std::string huge = "\"LibraryFolders\" { \"junk\" \"" + std::string(900 << 10, 'x') + "\" \"1\" \"" +
+                             inSteamapps.Path() + "\" \"more\" \"" + std::string(300 << 10, 'x') + "\" \"2\" \"" +
+                             steam.Path() + "/beyond\" }";
     WriteFile(apps + "libraryfolders.vdf", huge);
-    EXPECT_EQ(SteamLibraries(apps), (std::vector<std::string>{steam.Path(), inConfig.Path()}));
+    EXPECT_EQ(SteamLibraries(apps),
+              (std::vector<std::string>{steam.Path(), inSteamapps.Path(), inBoth.Path(), inConfig.Path()}));
 }
 
 TEST(Discovery, ButtonsFollowGameFoldersAndBackups)

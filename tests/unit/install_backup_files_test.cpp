@@ -35,19 +35,23 @@ TEST(RemovalList, LinesEndAtLfLoseEveryCrAndStopAtTheFirstEmptyOne)
     EXPECT_EQ(ReadRemovalList("\nnever"), Lines{});
     EXPECT_EQ(ReadRemovalList(""), Lines{});
     EXPECT_EQ(ReadRemovalList(std::string("a\0b\n", 4)), Lines{std::string("a\0b", 3)});
+    // UTF-8 as it is; a line that is not, from an earlier version, in the ANSI code page (the
+    // letters below are the same in the Hungarian and the Western one).
+    EXPECT_EQ(ReadRemovalList("E:/Játékok/a.cfg\r\nE:/J\xE1t\xE9kok/b.cfg\r\n"),
+              (Lines{"E:/Játékok/a.cfg", "E:/Játékok/b.cfg"}));
 
     // A line longer than any Windows path is passed over whole; the lines around it count.
-    const std::string longest(259, 'p');
+    const std::string longest(sys::maxPathBytes, 'p');
     EXPECT_EQ(ReadRemovalList("one\r\n" + longest + "x\r\n" + longest + "\r\ntwo"),
               (Lines{"one", longest, "two"}));
-    EXPECT_EQ(ReadRemovalList(std::string(5000, 'x') + "\n\nnever"), Lines{});
-    EXPECT_EQ(ReadRemovalList(std::string(300, 'x')), Lines{});  // the last line, too long
+    EXPECT_EQ(ReadRemovalList(longest + "xx\n\nnever"), Lines{});
+    EXPECT_EQ(ReadRemovalList(longest + "x"), Lines{});  // the last line, too long
     // CRs do not count towards a line's length.
     EXPECT_EQ(ReadRemovalList(longest + std::string(50, '\r') + "\n"), Lines{longest});
 
     // Bytes arriving in any pieces give the same lines.
-    const std::string list = "C:/a/b.cfg\r\n" + std::string(400, 'y') + "\nC:/a\r\n\r\nC:/never\r\n";
-    for (std::size_t piece : {1u, 2u, 7u, 64u}) {
+    const std::string list = "C:/a/b.cfg\r\n" + std::string(sys::maxPathBytes + 1, 'y') + "\nC:/a\r\n\r\nC:/never\r\n";
+    for (std::size_t piece : {1u, 7u, 4096u}) {
         Lines lines;
         RemovalListReader reader([&](const std::string& path) { lines.push_back(path); });
         for (std::size_t at = 0; at < list.size(); at += piece)
@@ -72,7 +76,7 @@ TEST(RemovalList, KnowsWhereItsLinesEndSoThatAnInstallCanAddMore)
         {"a\r\n\r\nnever\r\n", 3, false},
         {"a\r\n\r\r\nnever", 3, false},
         {"\nnever", 0, false},
-        {"a\r\n" + std::string(300, 'x') + "\r\n", 305, false},  // a passed-over line is a line
+        {"a\r\n" + std::string(sys::maxPathBytes + 1, 'x') + "\r\n", sys::maxPathBytes + 6, false},  // passed over, but a line
         {"a\r\n\r", 3, false},
     };
     for (const auto& c : cases) {
@@ -139,7 +143,7 @@ TEST(BackupArchive, TheFileIsReadRecordByRecordWithTheWalksEndRules)
     const std::string header("\x01\0\0\0", 4);
     std::vector<char> records;
     AppendRecord(records, "a.cfg", "A");
-    AppendRecord(records, std::string(260, 'n'), "data of a long name");
+    AppendRecord(records, std::string(sys::maxPathBytes + 1, 'n'), "data of a long name");
     AppendRecord(records, "b.cfg", std::string(3 << 20, 'b'));  // more than one copy block
     AppendRecord(records, "", "e");
     AppendRecord(records, "last.cfg", "");

@@ -188,27 +188,19 @@ TEST(UninstallReadsRecordByRecord, ASparseArchiveOfTensOfGigabytes)
     EXPECT_FALSE(Exists(scene.archivePath));
 }
 
-TEST(OnePathRule, AFileBeyondTheLongestPathIsNeitherOverwrittenNorRemoved)
+TEST(LongPaths, FilesAndFoldersFarPast259CharactersAreBackedUpMadeAndPutBack)
 {
-    // Its folder is within the limit, the file itself is not: nothing can test it, so nothing
-    // may write or delete it.
-    InstallScene probe;
-    const std::size_t room = 262 - (probe.content.size() + 4);
-    ASSERT_LT(room, 250u) << "the temporary folder's path is too short for this test";
-    const std::string name = "cfg/" + std::string(room, 'n') + ".cfg";
-    InstallScene scene({{"a.txt", "LUDAX"}, {name, "payload"}});
-    ASSERT_GT((scene.content + name).size(), 259u);
-    ASSERT_LE((scene.content + "cfg").size(), 259u);
-    WriteFile(scene.content + name, "the player's file");
-    WriteFile(scene.content + "a.txt", "player's a");
+    // One folder of a player's own and one the install makes, each deep past Windows' old limit.
+    const std::string deep = std::string(120, 'd') + "/" + std::string(120, 'e');
+    InstallScene scene({{"a.txt", "LUDAX"}, {deep + "/player.cfg", "payload"}, {deep + "/new/made.cfg", "made"}});
+    WriteFile(scene.content + deep + "/player.cfg", "the player's file");
+    ASSERT_GT((scene.content + deep + "/new/made.cfg").size(), 259u);
+    const Tree before = Snapshot(scene.accountFolder);
 
-    scene.Install();
-    EXPECT_EQ(ReadFile(scene.content + name), "the player's file");
-    EXPECT_EQ(ReadFile(scene.content + "a.txt"), "LUDAX");
-    scene.Uninstall();
-    EXPECT_EQ(ReadFile(scene.content + name), "the player's file");
-    EXPECT_EQ(ReadFile(scene.content + "a.txt"), "player's a");
-    EXPECT_FALSE(Exists(scene.archivePath));
+    EXPECT_EQ(scene.Install().result, InstallOutcome::Result::installed);
+    EXPECT_TRUE(scene.PayloadWritten());
+    EXPECT_FALSE(scene.Uninstall().backupKept);
+    EXPECT_EQ(Snapshot(scene.accountFolder), before);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <iterator>
 #include <random>
 #include <stdexcept>
+#include <vector>
 
 #ifdef _WIN32
 #include <windows.h>
@@ -15,6 +16,46 @@
 
 namespace fs = std::filesystem;
 
+namespace {
+
+// A UTF-8 path as the system takes it. On Windows a long absolute one (or the root of a tree
+// that may hold long ones) in its extended-length form, which the file functions take at any
+// length; that form resolves no "." or "..", so those keep the plain form.
+fs::path Native(const std::string& path, bool deep = false)
+{
+#ifdef _WIN32
+    if ((path.size() > 240 || deep) && path.size() > 2 && path[1] == ':' && path.find("/.") == std::string::npos) {
+        std::string extended = "\\\\?\\" + path;
+        for (char& c : extended)
+            c = c == '/' ? '\\' : c;
+        return fs::u8path(extended);
+    }
+    return fs::u8path(path);
+#else
+    static_cast<void>(deep);
+    return fs::path(path);
+#endif
+}
+
+// The C runtime's stat does not take the extended-length form either.
+bool IsFolder(const fs::path& path)
+{
+#ifdef _WIN32
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
+#else
+    return fs::is_directory(path);
+#endif
+}
+
+std::string Utf8(const fs::path& path)
+{
+    const auto text = path.generic_u8string();
+    return std::string(text.begin(), text.end());
+}
+
+}  // namespace
+
 TempFolder::TempFolder()
 {
     static std::atomic<unsigned> counter{0};
@@ -22,21 +63,54 @@ TempFolder::TempFolder()
     fs::path base = fs::temp_directory_path() /
                     ("ludax-test-" + std::to_string(seed()) + "-" + std::to_string(counter++));
     fs::create_directories(base);
-    path = base.generic_string();
+    path = Utf8(base);
 }
 
 TempFolder::~TempFolder()
 {
     std::error_code ignored;
-    fs::remove_all(path, ignored);
+    fs::remove_all(Native(path), ignored);
 }
 
+#ifdef _WIN32
+// The C runtime's streams do not take the extended-length form: the file calls themselves do.
 void WriteFile(const std::string& path, const std::string& bytes)
 {
-    fs::path file(path);
+    fs::path file = Native(path);
     if (file.has_parent_path())
         fs::create_directories(file.parent_path());
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    HANDLE out = CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    DWORD written = 0;
+    const bool whole = out != INVALID_HANDLE_VALUE &&
+                       ::WriteFile(out, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
+                       written == bytes.size();
+    if (out != INVALID_HANDLE_VALUE)
+        CloseHandle(out);
+    if (!whole)
+        throw std::runtime_error("cannot write " + path);
+}
+
+std::string ReadFile(const std::string& path)
+{
+    HANDLE in = CreateFileW(Native(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (in == INVALID_HANDLE_VALUE)
+        throw std::runtime_error("cannot read " + path);
+    std::string bytes;
+    char block[65536];
+    DWORD got = 0;
+    while (::ReadFile(in, block, sizeof block, &got, nullptr) && got > 0)
+        bytes.append(block, got);
+    CloseHandle(in);
+    return bytes;
+}
+#else
+void WriteFile(const std::string& path, const std::string& bytes)
+{
+    fs::path file = Native(path);
+    if (file.has_parent_path())
+        fs::create_directories(file.parent_path());
+    std::ofstream out(file, std::ios::binary | std::ios::trunc);
     out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     if (!out)
         throw std::runtime_error("cannot write " + path);
@@ -44,29 +118,68 @@ void WriteFile(const std::string& path, const std::string& bytes)
 
 std::string ReadFile(const std::string& path)
 {
-    std::ifstream in(path, std::ios::binary);
+    std::ifstream in(Native(path), std::ios::binary);
     if (!in)
         throw std::runtime_error("cannot read " + path);
     return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
 }
+#endif
 
-void MakeFolders(const std::string& path) { fs::create_directories(path); }
+void MakeFolders(const std::string& path) { fs::create_directories(Native(path)); }
 
 bool Exists(const std::string& path)
 {
     std::error_code ignored;
-    return fs::exists(path, ignored);
+    return fs::exists(Native(path), ignored);
 }
+
+namespace {
+
+// The names of what a folder holds, as UTF-8.
+std::vector<std::string> NamesIn(const std::string& folder)
+{
+    std::vector<std::string> names;
+#ifdef _WIN32
+    // The C runtime's directory walk does not take the extended-length form: FindFirstFileW does.
+    WIN32_FIND_DATAW entry;
+    HANDLE search = FindFirstFileW((Native(folder, true) / L"*").c_str(), &entry);
+    if (search == INVALID_HANDLE_VALUE)
+        return names;
+    do {
+        const std::wstring name = entry.cFileName;
+        if (name != L"." && name != L"..")
+            names.push_back(Utf8(fs::path(name)));
+    } while (FindNextFileW(search, &entry));
+    FindClose(search);
+#else
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder))
+        names.push_back(entry.path().filename().string());
+#endif
+    return names;
+}
+
+// Adds what `folder` holds below `relative` (empty or ending with '/').
+void AddEntries(const std::string& folder, const std::string& relative, std::map<std::string, std::string>& tree)
+{
+    const std::string here = relative.empty() ? folder : folder + "/" + relative.substr(0, relative.size() - 1);
+    for (const std::string& entry : NamesIn(here)) {
+        const std::string name = relative + entry;
+        if (IsFolder(Native(folder + "/" + name, true))) {
+            tree[name] = "<folder>";
+            AddEntries(folder, name + "/", tree);
+        } else {
+            tree[name] = ReadFile(folder + "/" + name);
+        }
+    }
+}
+
+}  // namespace
 
 std::map<std::string, std::string> Snapshot(const std::string& folder)
 {
     std::map<std::string, std::string> tree;
-    if (!Exists(folder))
-        return tree;
-    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
-        std::string relative = fs::relative(entry.path(), folder).generic_string();
-        tree[relative] = entry.is_directory() ? "<folder>" : ReadFile(entry.path().generic_string());
-    }
+    if (Exists(folder))
+        AddEntries(folder.back() == '/' ? folder.substr(0, folder.size() - 1) : folder, "", tree);
     return tree;
 }
 
@@ -82,7 +195,7 @@ std::string UnixPathOf(const std::string& path)
         reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name")));
     if (!convert)
         return std::string();
-    std::wstring wide = fs::path(path).wstring();
+    std::wstring wide = fs::u8path(path).wstring();
     char* unixPath = convert(wide.c_str());
     if (!unixPath)
         return std::string();
@@ -108,7 +221,7 @@ bool MakeLink(const std::string& target, const std::string& link)
         return false;
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
-    auto shows = [&] { return GetFileAttributesA(link.c_str()) != INVALID_FILE_ATTRIBUTES; };
+    auto shows = [&] { return GetFileAttributesW(fs::u8path(link).wstring().c_str()) != INVALID_FILE_ATTRIBUTES; };
     for (int wait = 0; wait < 500 && !shows(); ++wait)
         Sleep(10);
     return shows();
@@ -116,8 +229,8 @@ bool MakeLink(const std::string& target, const std::string& link)
 
 LockedFile::LockedFile(const std::string& path)
 {
-    HANDLE file = CreateFileA(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
-                              FILE_ATTRIBUTE_NORMAL, nullptr);
+    HANDLE file = CreateFileW(fs::u8path(path).wstring().c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                              OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file != INVALID_HANDLE_VALUE)
         handle = file;
 }
@@ -141,4 +254,4 @@ LockedFile::~LockedFile() = default;
 
 #endif
 
-void ResizeFile(const std::string& path, std::uint64_t size) { fs::resize_file(path, size); }
+void ResizeFile(const std::string& path, std::uint64_t size) { fs::resize_file(Native(path), size); }
