@@ -135,7 +135,7 @@ TEST(CarriedContainers, DamagedOrForeignProgramsAreRefusedWithWhatIsWrong)
     const std::size_t cs16Marker = cs16At - 32;
     const Case cases[] = {
         {"cut inside the MS-DOS header", [](std::string& f) { f.resize(0x3E); },
-         "not a Windows program: it ends before a program's first header would"},
+         "damaged: it ends at byte 62, inside a Windows program's first header: it is cut short"},
         {"header offset past the end", [](std::string& f) { Put(f, 0x3C, Le32(0xFFFFFFF0)); },
          "damaged: no Windows program header at byte 4294967280, where its MS-DOS header points"},
         {"no PE signature", [](std::string& f) { Put(f, 0x80, "NE"); },

@@ -48,7 +48,8 @@ bool ReadSections(const std::vector<char>& file, std::vector<Section>& sections,
     const std::string cutShort = " runs past the end of the file (" + std::to_string(size) + " bytes): it is cut short";
     std::uint32_t header = 0;
     if (!LooksLikeWindowsProgram(file) || !ReadLittleEndian(bytes, size, 0x3C, header)) {
-        error = "not a Windows program: it ends before a program's first header would";
+        error = "damaged: it ends at byte " + std::to_string(size) +
+                ", inside a Windows program's first header: it is cut short";
         return false;
     }
     if (header > size || size - header < kSignatureAndFileHeader || std::memcmp(bytes + header, "PE\0\0", 4) != 0) {
