@@ -3,11 +3,11 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <system_error>
 
 #include "carried_containers.h"
 #include "listing.h"
-#include "set_check.h"
 
 namespace fs = std::filesystem;
 
@@ -34,12 +34,14 @@ bool ReadListed(const std::string& path, std::vector<char>& file)
                      path.c_str(), size);
         return false;
     }
-    std::string bytes;
-    if (failure || !ReadWhole(path, bytes)) {
+    // Read straight into the buffer the listing walks: one copy of the file in memory.
+    std::ifstream in(path, std::ios::binary);
+    if (!failure && in)
+        file.resize(static_cast<std::size_t>(size));
+    if (failure || !in || !in.read(file.data(), static_cast<std::streamsize>(file.size()))) {
         std::fprintf(stderr, "ludax-pack: %s: cannot read\n", path.c_str());
         return false;
     }
-    file.assign(bytes.begin(), bytes.end());
     return true;
 }
 
