@@ -122,6 +122,8 @@ TEST(CarriedContainers, FoundByTheirMarkersInTheProgramsSections)
 
     // A container file never looks like a program.
     EXPECT_FALSE(LooksLikeWindowsProgram(Bytes(cs16)));
+    EXPECT_FALSE(FindCarriedContainers(Bytes(cs16), found, error));
+    EXPECT_EQ(error, "not a Windows program: it does not start with MZ");
 }
 
 TEST(CarriedContainers, DamagedOrForeignProgramsAreRefusedWithWhatIsWrong)

@@ -47,7 +47,11 @@ bool ReadSections(const std::vector<char>& file, std::vector<Section>& sections,
     const std::size_t size = file.size();
     const std::string cutShort = " runs past the end of the file (" + std::to_string(size) + " bytes): it is cut short";
     std::uint32_t header = 0;
-    if (!LooksLikeWindowsProgram(file) || !ReadLittleEndian(bytes, size, 0x3C, header)) {
+    if (!LooksLikeWindowsProgram(file)) {
+        error = "not a Windows program: it does not start with MZ";
+        return false;
+    }
+    if (!ReadLittleEndian(bytes, size, 0x3C, header)) {
         error = "damaged: it ends at byte " + std::to_string(size) +
                 ", inside a Windows program's first header: it is cut short";
         return false;
