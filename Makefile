@@ -9,9 +9,9 @@ WINDOWS := build/windows
 PACKAGES := cmake make g++ googletest zlib1g-dev \
             g++-mingw-w64-x86-64-posix libz-mingw-w64-dev \
             wine wine64 xvfb x11-apps x11-utils imagemagick \
-            clang libclang-rt-14-dev locales
+            clang libclang-rt-14-dev locales osslsigncode openssl
 
-.PHONY: all deps native windows test test-native test-windows test-fuzz run fuzz bench payload-art clean
+.PHONY: all deps native windows test test-native test-windows test-fuzz run fuzz bench payload-art sign clean
 
 all: windows
 
@@ -26,9 +26,11 @@ deps:
 CONFIGURE_NATIVE = cmake -S . -B $(NATIVE) -DCMAKE_BUILD_TYPE=Debug >/dev/null
 CONFIGURE_WINDOWS = cmake -S . -B $(WINDOWS) -DCMAKE_BUILD_TYPE=Release \
   -DCMAKE_TOOLCHAIN_FILE=$(CURDIR)/cmake/mingw-w64-x86_64.cmake -DLUDAX_HOST_BIN=$(CURDIR)/$(NATIVE)/bin >/dev/null
+# `make sign` writes the signed copy here; the build's own Ludax.exe stays as built.
+SIGNED := $(WINDOWS)/signed/Ludax.exe
 # The native tree checks and packs the sets first; when it fails (a refused set, say) the
-# Windows program of an earlier build goes too, so none is left looking current.
-NATIVE_BUILD = cmake --build $(NATIVE) -j $(JOBS) $(1) || { if [ -e $(WINDOWS)/Ludax.exe ]; then rm -f $(WINDOWS)/Ludax.exe; echo "Removed $(WINDOWS)/Ludax.exe, built from an earlier state"; fi; exit 1; }
+# Windows program of an earlier build and its signed copy go too, so none is left looking current.
+NATIVE_BUILD = cmake --build $(NATIVE) -j $(JOBS) $(1) || { for program in $(WINDOWS)/Ludax.exe $(SIGNED); do if [ -e $$program ]; then rm -f $$program; echo "Removed $$program, built from an earlier state"; fi; done; exit 1; }
 
 native: deps
 	$(CONFIGURE_NATIVE)
@@ -81,6 +83,16 @@ run: deps
 	$(CONFIGURE_WINDOWS)
 	cmake --build $(WINDOWS) -j $(JOBS) --target Ludax ludax_demo_session
 	app/demo/run-demo
+
+# Authenticode: builds Ludax.exe and signs a copy of it with the organiser's certificate and key.
+# Both are checked before anything is built.
+sign:
+	@if [ -z "$(CERT)" ] || [ -z "$(KEY)" ]; then \
+	  echo "usage: make sign CERT=<certificate file> KEY=<private key file>" >&2; \
+	  echo "  builds $(WINDOWS)/Ludax.exe and writes a signed copy of it to $(SIGNED)" >&2; exit 2; fi
+	@for file in "$(CERT)" "$(KEY)"; do [ -f "$$file" ] || { echo "make sign: $$file: no such file" >&2; exit 1; }; done
+	@$(MAKE) --no-print-directory windows
+	tools/sign/ludax-sign "$(CERT)" "$(KEY)" $(WINDOWS)/Ludax.exe $(SIGNED)
 
 clean:
 	rm -rf build

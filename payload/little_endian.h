@@ -1,6 +1,7 @@
 #pragma once
-// 32-bit little-endian integers: the only integer encoding of the payload containers and the
-// backup archive. Every reader, writer and test of those formats goes through these.
+// Little-endian integers: the only integer encoding of the payload containers and the backup
+// archive, and that of the Windows program's headers, where ludax-pack finds the containers a
+// built Ludax.exe carries. Every reader, writer and test of those formats goes through these.
 
 #include <cstddef>
 #include <cstdint>
@@ -14,15 +15,24 @@ inline std::uint32_t DecodeLittleEndian32(const char* bytes)
     return value;
 }
 
-// Reads the value at `position` of a buffer of `size` bytes; false, with `value` untouched, when
-// the four bytes do not all lie inside it.
+// Reads the unsigned integer of `value`'s width (2, 4 or 8 bytes) at `position` of a buffer of
+// `size` bytes; false, with `value` untouched, when its bytes do not all lie inside the buffer.
+template <class Unsigned>
+bool ReadLittleEndian(const char* bytes, std::size_t size, std::size_t position, Unsigned& value)
+{
+    if (position > size || size - position < sizeof(Unsigned))
+        return false;
+    Unsigned read = 0;
+    for (std::size_t i = sizeof(Unsigned); i-- > 0;)
+        read = static_cast<Unsigned>(read << 8 | static_cast<unsigned char>(bytes[position + i]));
+    value = read;
+    return true;
+}
+
 inline bool ReadLittleEndian32(const char* bytes, std::size_t size, std::size_t position,
                                std::uint32_t& value)
 {
-    if (position > size || size - position < 4)
-        return false;
-    value = DecodeLittleEndian32(bytes + position);
-    return true;
+    return ReadLittleEndian(bytes, size, position, value);
 }
 
 // Appends the value's two bytes, lowest first (the 16-bit fields of the icon format).

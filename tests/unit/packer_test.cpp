@@ -84,6 +84,11 @@ TEST(Packer, EmptyFileMakesOneRecordThatEndsTheContainer)
     ASSERT_EQ(walked.names, std::vector<std::string>{"cfg/empty.cfg"});
     EXPECT_EQ(walked.data[0], "");
     EXPECT_EQ(walked.end, result.container.size());
+    // Packed, yet reported, so the build prints it.
+    ASSERT_EQ(result.findings.size(), 1u);
+    EXPECT_EQ(Describe(result.findings[0]),
+              "warning: " + set.folder + "/cfg/empty.cfg: holds 0 bytes; the install writes it empty, over any file "
+              "of the player's with that name: copy the real file in, or remove the file and its line");
 }
 
 TEST(Packer, RefusesManifestLinesThatAreNotPortableNames)

@@ -180,7 +180,7 @@ TEST(SetCheck, BackgroundLayoutsMustNameTilesOfTheSet)
     }
 }
 
-TEST(SetCheck, PlaceholderPasswordAndForeignMapsAreWarnings)
+TEST(SetCheck, PlaceholderPasswordForeignMapsAndEmptyFilesAreWarnings)
 {
     {
         Set set(SoundFilesWith("cfg/ludax/rconpassword.cfg", "// the organiser's password\r\nrcon_password \"CHANGE_ME\"\r\n"));
@@ -192,5 +192,11 @@ TEST(SetCheck, PlaceholderPasswordAndForeignMapsAreWarnings)
         Set set(SoundFilesWith("mapcycle.txt", "de_dust2\r\nde_x\r\nde_y\r\n"));
         ExpectOnly(CheckSet(set.folder, set.manifest), false, set.At("mapcycle.txt", 3),
                    {"the map de_y", "maps/de_y.bsp", "add the map or correct the name"});
+    }
+    for (const std::string empty : {"cfg/ludax/empty.cfg", "maps/empty.bsp"}) {
+        SCOPED_TRACE(empty);
+        Set set(SoundFilesWith(empty, ""));
+        ExpectOnly(CheckSet(set.folder, set.manifest), false, set.folder + "/" + empty,
+                   {"holds 0 bytes", "over any file of the player's", "copy the real file in, or remove the file and its line"});
     }
 }

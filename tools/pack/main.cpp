@@ -1,8 +1,9 @@
-// ludax-pack: checks a payload file set, packs it into a container, lists what a container
-// carries.
+// ludax-pack: checks a payload file set, packs it into a container, lists what a container or a
+// built Ludax.exe carries.
 //   ludax-pack check <set-folder> <manifest>
 //   ludax-pack pack <set-folder> <manifest> <output>
 //   ludax-pack list <container> [<set-folder> <manifest>]
+//   ludax-pack list <Ludax.exe> [<folder of cs16/, css/ and their manifests>]
 
 #include <algorithm>
 #include <cstdio>
@@ -11,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "listing.h"
+#include "list_command.h"
 #include "packer.h"
 
 namespace {
@@ -21,7 +22,8 @@ int Usage()
     std::fprintf(stderr,
                  "usage: ludax-pack check <set-folder> <manifest>\n"
                  "       ludax-pack pack <set-folder> <manifest> <output>\n"
-                 "       ludax-pack list <container> [<set-folder> <manifest>]\n");
+                 "       ludax-pack list <container> [<set-folder> <manifest>]\n"
+                 "       ludax-pack list <Ludax.exe> [<folder of cs16/, css/ and their manifests>]\n");
     return 2;
 }
 
@@ -79,40 +81,6 @@ int Pack(const std::string& setFolder, const std::string& manifest, const std::s
     return 0;
 }
 
-int List(const std::string& path, const std::string& setFolder, const std::string& manifest)
-{
-    std::string bytes;
-    if (!ReadWhole(path, bytes)) {
-        std::fprintf(stderr, "ludax-pack: %s: cannot read\n", path.c_str());
-        return 1;
-    }
-    const std::vector<char> container(bytes.begin(), bytes.end());
-    std::vector<ListedRecord> records;
-    std::string error;
-    const bool whole = ListRecords(container, records, error);
-    std::printf("%-8s  %10s  %s\n", "CRC-32", "bytes", "path");
-    for (const ListedRecord& record : records)
-        std::printf("%08x  %10llu  %s\n", static_cast<unsigned>(record.crc),
-                    static_cast<unsigned long long>(record.size), record.name.c_str());
-    std::printf("%zu records, %zu bytes\n", records.size(), container.size());
-    if (!whole) {
-        std::fprintf(stderr, "ludax-pack: %s: %s\n", path.c_str(), error.c_str());
-        return 1;
-    }
-    if (setFolder.empty())
-        return 0;
-    const std::vector<std::string> differences = CompareWithSet(records, setFolder, manifest);
-    for (const std::string& difference : differences)
-        std::printf("differs: %s\n", difference.c_str());
-    if (!differences.empty()) {
-        std::fprintf(stderr, "ludax-pack: %s does not carry %s as it is now; run make to rebuild\n", path.c_str(),
-                     setFolder.c_str());
-        return 1;
-    }
-    std::printf("%s carries exactly %s\n", path.c_str(), setFolder.c_str());
-    return 0;
-}
-
 }  // namespace
 
 int main(int argc, char** argv)
@@ -122,9 +90,7 @@ int main(int argc, char** argv)
         return Check(args[1], args[2]);
     if (args.size() == 4 && args[0] == "pack")
         return Pack(args[1], args[2], args[3]);
-    if (args.size() == 2 && args[0] == "list")
-        return List(args[1], "", "");
-    if (args.size() == 4 && args[0] == "list")
-        return List(args[1], args[2], args[3]);
+    if (args.size() >= 2 && args.size() <= 4 && args[0] == "list")
+        return ListCommand(args[1], std::vector<std::string>(args.begin() + 2, args.end()));
     return Usage();
 }

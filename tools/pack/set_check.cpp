@@ -102,6 +102,11 @@ private:
         result.findings.push_back({true, where, message});
     }
 
+    void Warning(const std::string& where, const std::string& message)
+    {
+        result.findings.push_back({false, where, message});
+    }
+
     std::string At(const ManifestLine& line) const
     {
         return manifest + ":" + std::to_string(line.number);
@@ -160,6 +165,10 @@ private:
             Error(file.generic_string(), std::to_string(size) + " bytes; a record's data must stay below 2^31 bytes");
             return false;
         }
+        // Packed and installed like any file, but an empty one is most often a copy gone wrong.
+        if (size == 0)
+            Warning(file.generic_string(), "holds 0 bytes; the install writes it empty, over any file of the player's "
+                                           "with that name: copy the real file in, or remove the file and its line");
         result.containerSize += 8 + name.size() + size;
         return true;
     }
