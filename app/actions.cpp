@@ -68,19 +68,11 @@ void Ludax::Install(const GameActions& game)
         ShowInstalled(game, *place);
         return;
     }
-    const InstallOutcome outcome = InstallConfig(game.profile, *place);
-    switch (outcome.result) {
-    case InstallOutcome::Result::installed:
-        ShowInstalled(game, *place);
-        ShowMessage(game.texts.installed, texts::messageCaption, MB_ICONINFORMATION);
-        return;
-    case InstallOutcome::Result::backupFailed:
-        EndWithMessage(texts::NotBackedUp(outcome.path), texts::hibaColonCaption, MB_OK);
-    case InstallOutcome::Result::writeFailed:
-        EndWithMessage(texts::NotWritten(outcome.path), texts::hibaColonCaption, MB_OK);
-    case InstallOutcome::Result::folderFailed:
-        EndWithMessage(texts::FolderNotMade(outcome.path), texts::hibaColonCaption, MB_OK);
-    }
+    const InstallOutcome outcome = InstallConfig(game.profile, *place, log);
+    if (outcome.result != InstallOutcome::Result::installed)
+        EndWithMessage(texts::Stopped(outcome), texts::hibaColonCaption, MB_OK);
+    ShowInstalled(game, *place);
+    ShowMessage(game.texts.installed, texts::messageCaption, MB_ICONINFORMATION);
 }
 
 void Ludax::Uninstall(const GameActions& game)
@@ -88,7 +80,7 @@ void Ludax::Uninstall(const GameActions& game)
     SteamAccount* place = SelectedAccount();
     if (place == nullptr || !GameClosed(game))
         return;
-    const UninstallOutcome outcome = UninstallConfig(game.profile, *place);
+    const UninstallOutcome outcome = UninstallConfig(game.profile, *place, log);
     ShowInstalled(game, *place);
     ShowMessage(outcome.backupKept ? std::string(game.texts.uninstalled) + "\n" + texts::backupKept
                                    : std::string(game.texts.uninstalled),

@@ -1,5 +1,5 @@
-// The program's entry and its one window: creation, the window procedure, painting, the logo's
-// fade, hit-testing (the logo band is the title bar), the close box and the keyboard focus.
+// The program's one window: creation, the window procedure, painting, the logo's fade,
+// hit-testing (the logo band is the title bar), the close box and the keyboard focus.
 #include "ludax.h"
 
 #include <windowsx.h>
@@ -12,8 +12,6 @@
 #include "wide_text.h"
 
 namespace {
-
-constexpr wchar_t ludaxClassName[] = L"Ludax";
 
 // The fade's periodic timer: 10 ms, id 1.
 constexpr UINT_PTR fadeTimerId = 1;
@@ -29,48 +27,9 @@ constexpr SIZE closeClickArea{42, 29};
 // A program without its window has nothing to offer: end at once, as the other fatal paths do.
 [[noreturn]] void WindowFailed() { std::exit(-1); }
 
-// One copy at a time: two copies would each take the other's changes for the player's files.
-// Held until the process ends; false when another copy holds it.
-bool OnlyCopy()
-{
-    HANDLE copy = CreateMutexW(nullptr, FALSE, L"Local\\LudaxConfig");
-    return copy != nullptr && GetLastError() != ERROR_ALREADY_EXISTS;
-}
-
 }  // namespace
 
-// What ends the program when an exception is not caught (none is thrown on purpose). The
-// standard library's default prints the exception's demangled type name first, which pulls
-// the whole C++ demangler into the .exe for a console this program does not have.
-namespace __gnu_cxx {
-void __verbose_terminate_handler() { std::abort(); }
-}  // namespace __gnu_cxx
-
-void EndWithMessage(const std::string& text, const char* caption, UINT style)
-{
-    MessageBoxW(nullptr, Wide(text).c_str(), Wide(caption).c_str(), style);
-    std::exit(-1);
-}
-
-int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
-{
-    if (!OnlyCopy()) {
-        // The player started it again: the running window is what they are after.
-        if (HWND running = FindWindowW(ludaxClassName, nullptr)) {
-            if (IsIconic(running))
-                ShowWindow(running, SW_RESTORE);
-            SetForegroundWindow(running);
-        }
-        return 0;
-    }
-    {
-        Ludax ludax;
-        ludax.Run();
-    }
-    return 0;
-}
-
-Ludax::Ludax()
+Ludax::Ludax(ActionLog log) : log(std::move(log))
 {
     if (HDC screen = GetDC(nullptr)) {
         dpi = GetDeviceCaps(screen, LOGPIXELSY) > 0 ? GetDeviceCaps(screen, LOGPIXELSY) : 96;
@@ -139,11 +98,11 @@ void Ludax::CreateNativeWindow()
     windowClass.hIconSm = static_cast<HICON>(LoadImageW(instance, MAKEINTRESOURCEW(LUDAX_ICON), IMAGE_ICON,
                                                         GetSystemMetrics(SM_CXSMICON),
                                                         GetSystemMetrics(SM_CYSMICON), 0));
-    windowClass.lpszClassName = ludaxClassName;
+    windowClass.lpszClassName = ludaxWindowClass;
     if (RegisterClassExW(&windowClass) == 0)
         WindowFailed();
     // Borderless and captionless; hidden until the constructor has laid it out and centred it.
-    if (CreateWindowExW(0, ludaxClassName, L"", WS_POPUP | WS_CLIPCHILDREN, 0, 0, 0, 0, nullptr, nullptr,
+    if (CreateWindowExW(0, ludaxWindowClass, L"", WS_POPUP | WS_CLIPCHILDREN, 0, 0, 0, 0, nullptr, nullptr,
                         instance, this) == nullptr)
         WindowFailed();
 }

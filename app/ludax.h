@@ -6,10 +6,14 @@
 #include <string>
 #include <vector>
 
+#include "action_log.h"
 #include "logo.h"
 #include "steam_account.h"
 
 struct GameActions;
+
+// The window's class: a second start finds the running window by it.
+constexpr wchar_t ludaxWindowClass[] = L"Ludax";
 
 // The main window's controls, in the layout's declaration order (which is not the order on
 // the screen: the window stacks them chooser first).
@@ -25,16 +29,16 @@ struct LudaxLayout {
 // also serves as its title bar and holds the close box) and the account chooser and the four
 // action buttons stacked below it. One window procedure serves it; its state is this object,
 // which the native window holds in GWLP_USERDATA.
-//   ludax.cpp     the window: entry, creation, window procedure, painting, fade, hit-testing,
-//                 close box, keyboard focus
+//   ludax.cpp     the window: creation, window procedure, painting, fade, hit-testing, close
+//                 box, keyboard focus
 //   controls.cpp  the controls: creation, the account chooser, the buttons' states
 //   actions.cpp   the four buttons' actions: the questions before them, install and uninstall,
 //                 and what their outcomes show
 class Ludax final : public LudaxLayout {
 public:
     // Builds and opens the window; ends the process when the window cannot be made or when
-    // Steam or a game cannot be found.
-    Ludax();
+    // Steam or a game cannot be found. What the buttons' installs and uninstalls do goes to `log`.
+    explicit Ludax(ActionLog log = {});
     ~Ludax();
     Ludax(const Ludax&) = delete;
     Ludax& operator=(const Ludax&) = delete;
@@ -91,6 +95,7 @@ private:
     HWND focus = nullptr;  // the control that had the keyboard focus when the window lost it
     std::vector<Connection> connections;
 
+    ActionLog log;
     std::string steamappsPath;
     std::vector<SteamAccount> accounts;
     BgraImage logo;

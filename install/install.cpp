@@ -166,7 +166,7 @@ InstallOutcome WriteAhead(const std::string& archivePath, const std::string& lis
 }
 
 // Carries out one step: the backup of the player's file, the folders, the file itself.
-InstallOutcome Carry(const Step& step, const std::string& archivePath, std::uint64_t& archiveEnd)
+InstallOutcome Carry(const Step& step, const std::string& archivePath, std::uint64_t& archiveEnd, const ActionLog& log)
 {
     if (Planner::Stopped(step))
         return step.stop;
@@ -176,21 +176,34 @@ InstallOutcome Carry(const Step& step, const std::string& archivePath, std::uint
         if (!archive.Close() || !recorded)
             return {Result::backupFailed, step.target};
         archiveEnd = archive.End();
+        log("backed up", step.target);
     }
-    for (const std::string& folder : step.folders)
-        if (!sys::MakeFolder(folder) && !sys::PathExists(folder))
+    for (const std::string& folder : step.folders) {
+        if (sys::MakeFolder(folder))
+            log("made folder", folder);
+        else if (!sys::PathExists(folder))
             return {Result::folderFailed, folder};
+    }
     // Where a file stands in a folder's place, the write fails, and that is all: the next
     // record that needs a folder below it stops the install.
-    if (!WriteWholeFile(step.target, step.data, step.size) && !step.fileInTheWay)
+    if (WriteWholeFile(step.target, step.data, step.size))
+        log("wrote", step.target);
+    else if (!step.fileInTheWay)
         return {Result::writeFailed, step.target};
     return {};
 }
 
+InstallOutcome Stopped(const InstallOutcome& outcome, const ActionLog& log)
+{
+    log("stopped", outcome.path);
+    return outcome;
+}
+
 }  // namespace
 
-InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place)
+InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const ActionLog& givenLog)
 {
+    const ActionLog log = givenLog ? givenLog : [](const char*, const std::string&) {};
     const std::string archivePath = place.folder + game.archiveName;
     const std::string listPath = place.folder + game.removalListName;
     std::vector<Step> steps = Steps(game, place);
@@ -206,7 +219,7 @@ InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place)
     }
     const Cover cover = ReadCover(archivePath, listPath, names, paths);
     if (!cover.unreadable.empty())
-        return {Result::writeFailed, cover.unreadable};
+        return Stopped({Result::writeFailed, cover.unreadable}, log);
 
     // Planned up to the step the install stops at, if it does.
     Planner planner(game, place, cover);
@@ -220,13 +233,13 @@ InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place)
     lines.insert(lines.end(), planner.newFolders.rbegin(), planner.newFolders.rend());
     InstallOutcome outcome = WriteAhead(archivePath, listPath, cover, lines);
     if (outcome.result != Result::installed)
-        return outcome;
+        return Stopped(outcome, log);
 
     std::uint64_t archiveEnd = std::max<std::uint64_t>(cover.archiveEnd, 4);
     for (std::size_t i = 0; i < planned; ++i) {
-        outcome = Carry(steps[i], archivePath, archiveEnd);
+        outcome = Carry(steps[i], archivePath, archiveEnd, log);
         if (outcome.result != Result::installed)
-            return outcome;
+            return Stopped(outcome, log);
     }
     place.*game.installedFlag = true;
     return outcome;

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "action_log.h"
 #include "game_profile.h"
 #include "steam_account.h"
 
@@ -25,5 +26,6 @@ struct InstallOutcome {
 // install covers the targets earlier installs did not (a first one, or one stopped part-way);
 // after a first install that ran to its end, a later one adds nothing to either file. A stop
 // leaves both backup files covering what was done. The installed flag is set once every file is
-// written.
-InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place);
+// written. Each file backed up or written and each folder made goes to `log`, and so does where
+// the install stopped.
+InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const ActionLog& log = {});

@@ -50,10 +50,12 @@ Contents ContentsOf(const std::string& folder)
 
 // Removes one listed folder; true when it still stands and is ours to remove: empty, or
 // holding only what remains of ours. A folder holding the player's files stays, and is done.
-bool FolderRemains(const std::string& folder, const std::vector<std::string>& remaining)
+bool FolderRemains(const std::string& folder, const std::vector<std::string>& remaining, const ActionLog& log)
 {
-    if (sys::RemoveFolder(folder))
+    if (sys::RemoveFolder(folder)) {
+        log("removed", folder);
         return false;
+    }
     const sys::Entry entry = sys::LookUp(folder);
     if (entry.kind == sys::EntryKind::none)
         return false;
@@ -64,7 +66,8 @@ bool FolderRemains(const std::string& folder, const std::vector<std::string>& re
 
 // Deletes what the removal list names, files first, then folders innermost first, so the
 // lines may come in any order.
-Removal RemoveCreated(const std::string& listPath, const std::string& gameFolder, const std::string& contentFolder)
+Removal RemoveCreated(const std::string& listPath, const std::string& gameFolder, const std::string& contentFolder,
+                      const ActionLog& log)
 {
     Removal removal;
     const sys::Entry list = sys::LookUp(listPath);
@@ -93,13 +96,15 @@ Removal RemoveCreated(const std::string& listPath, const std::string& gameFolder
             continue;  // gone already, or never ours: no install makes a link
         else if (entry.kind == sys::EntryKind::folder)
             folders.push_back(line);
-        else if (!sys::RemoveFile(line) && sys::LookUp(line).kind != sys::EntryKind::none)
+        else if (sys::RemoveFile(line))
+            log("removed", line);
+        else if (sys::LookUp(line).kind != sys::EntryKind::none)
             removal.remaining.push_back(line);
     }
     std::stable_sort(folders.begin(), folders.end(),
                      [](const std::string& a, const std::string& b) { return Depth(a) > Depth(b); });
     for (const std::string& folder : folders)
-        if (FolderRemains(folder, removal.remaining))
+        if (FolderRemains(folder, removal.remaining, log))
             removal.remaining.push_back(folder);
     return removal;
 }
@@ -119,7 +124,7 @@ bool RestoreRecord(ArchiveReader& archive, const std::string& target)
 // Puts back the player's files the archive holds. True when every record the install could
 // have written is back whole and the archive could be read to its end. A record whose name
 // no install could have written, or that the archive does not hold whole, is passed over.
-bool RestoreArchive(const std::string& archivePath, const std::string& contentFolder)
+bool RestoreArchive(const std::string& archivePath, const std::string& contentFolder, const ActionLog& log)
 {
     const sys::EntryKind kind = sys::LookUp(archivePath).kind;
     if (kind == sys::EntryKind::none)
@@ -138,6 +143,8 @@ bool RestoreArchive(const std::string& archivePath, const std::string& contentFo
             continue;
         const bool restored = WayTo(contentFolder, target, &known) == Way::clear &&
                               CreateFolders(target, nullptr, &known).empty() && RestoreRecord(archive, target);
+        if (restored)
+            log("restored", target);
         allRestored = allRestored && restored;
     }
     return allRestored && !archive.Failed();
@@ -167,8 +174,9 @@ void KeepUninstallOffered(const std::string& archivePath)
 
 }  // namespace
 
-UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place)
+UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, const ActionLog& givenLog)
 {
+    const ActionLog log = givenLog ? givenLog : [](const char*, const std::string&) {};
     const std::string archivePath = place.folder + game.archiveName;
     const std::string listPath = place.folder + game.removalListName;
     // A rewrite of the removal list an earlier uninstall did not finish: its draft is ours.
@@ -176,8 +184,8 @@ UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place)
     if (sys::LookUp(draftPath).kind == sys::EntryKind::file)
         static_cast<void>(sys::RemoveFile(draftPath));
 
-    const Removal removal = RemoveCreated(listPath, place.*game.gameFolder, place.*game.contentFolder);
-    const bool restored = RestoreArchive(archivePath, place.*game.contentFolder);
+    const Removal removal = RemoveCreated(listPath, place.*game.gameFolder, place.*game.contentFolder, log);
+    const bool restored = RestoreArchive(archivePath, place.*game.contentFolder, log);
 
     UninstallOutcome outcome;
     outcome.backupKept = !removal.readWhole || !removal.remaining.empty() || !restored;
@@ -189,8 +197,14 @@ UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place)
         outcome.backupKept = true;
     else if (outcome.backupKept && removal.listExists && removal.readWhole)
         RewriteRemovalList(listPath, draftPath, removal.remaining);
-    if (outcome.backupKept)
+    if (outcome.backupKept) {
         KeepUninstallOffered(archivePath);
+        for (const std::string& line : removal.remaining)
+            log("kept", line);
+        for (const std::string& backup : {archivePath, listPath})
+            if (sys::PathExists(backup))
+                log("kept", backup);
+    }
     place.*game.installedFlag = sys::PathExists(archivePath);
     return outcome;
 }

@@ -1,6 +1,7 @@
 #pragma once
 // Undoing a game's installs in a place: what they created goes, the player's files come back.
 
+#include "action_log.h"
 #include "game_profile.h"
 #include "steam_account.h"
 
@@ -14,5 +15,6 @@ struct UninstallOutcome {
 // Deletes what the installs created, files first, then folders innermost first, and puts the
 // player's files back. Only what lies below the game's own folder is touched, never through a
 // link below the content folder, and lines and records that no install could have written are
-// passed over. The installed flag follows the backup archive.
-UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place);
+// passed over. The installed flag follows the backup archive. Each file or folder removed and
+// each file restored goes to `log`, and so does what is kept.
+UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, const ActionLog& log = {});

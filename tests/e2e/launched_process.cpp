@@ -4,9 +4,9 @@
 
 #include "private_desktop.h"
 
-LaunchedProcess::LaunchedProcess(const std::wstring& exe)
+LaunchedProcess::LaunchedProcess(const std::wstring& exe, const std::wstring& arguments)
 {
-    std::wstring commandLine = L"\"" + exe + L"\"";
+    std::wstring commandLine = L"\"" + exe + L"\"" + (arguments.empty() ? L"" : L" " + arguments);
     std::wstring desktop = PrivateDesktopName();
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;

@@ -9,8 +9,9 @@
 
 class LaunchedProcess {
 public:
-    // Starts `exe` with no arguments; Started() tells whether CreateProcessW succeeded.
-    explicit LaunchedProcess(const std::wstring& exe);
+    // Starts `exe` with `arguments` (none by default); Started() tells whether CreateProcessW
+    // succeeded.
+    explicit LaunchedProcess(const std::wstring& exe, const std::wstring& arguments = std::wstring());
     ~LaunchedProcess();
     LaunchedProcess(const LaunchedProcess&) = delete;
     LaunchedProcess& operator=(const LaunchedProcess&) = delete;

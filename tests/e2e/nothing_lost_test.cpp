@@ -12,6 +12,7 @@
 #include "ludax_window.h"
 #include "message_box_reader.h"
 #include "payload_files.h"
+#include "running_game.h"
 #include "running_ludax.h"
 #include "steam_folder.h"
 #include "text.h"
@@ -141,27 +142,6 @@ TEST(NothingLost, EachButtonReadsTheInstalledStateFromTheDiskBeforeItActs)
     EXPECT_TRUE(WaitUntil([&] { return !IsWindowEnabled(controls.cs16Uninstall); }));
     CloseThroughCloseCorner(ludax);
 }
-
-// A copy of this test program under a game's program name stands for the game (see main.cpp).
-class RunningGame {
-public:
-    explicit RunningGame(const std::string& name) : path(folder.Path() + "/" + name)
-    {
-        wchar_t self[MAX_PATH] = {};
-        GetModuleFileNameW(nullptr, self, MAX_PATH);
-        copied = CopyFileW(self, Widen(path).c_str(), FALSE) != 0;
-        if (copied)
-            game.emplace(Widen(path));
-    }
-    bool Running() const { return game && game->Running(); }
-    void Close() { game.reset(); }
-
-private:
-    TempFolder folder;
-    std::string path;
-    bool copied = false;
-    std::optional<LaunchedProcess> game;
-};
 
 TEST(NothingLost, TheGameLeftOpenIsClosedFirstOrNothingChanges)
 {

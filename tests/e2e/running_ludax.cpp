@@ -4,7 +4,7 @@
 #include "text.h"
 #include "window_finder.h"
 
-RunningLudax::RunningLudax() : process(LudaxExePath())
+RunningLudax::RunningLudax(const std::string& arguments) : process(LudaxExePath(), Widen(arguments))
 {
     if (!process.Started()) {
         failure = "Ludax.exe could not be started";

@@ -9,7 +9,8 @@
 #include "launched_process.h"
 
 struct RunningLudax {
-    RunningLudax();
+    // Started with `arguments` (UTF-8; none by default).
+    explicit RunningLudax(const std::string& arguments = std::string());
 
     LaunchedProcess process;
     HWND window = nullptr;  // the visible "Ludax" window, nullptr when none came

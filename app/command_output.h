@@ -1,0 +1,18 @@
+#pragma once
+// Where a command's text goes: the standard handle the program inherited when a script
+// redirected it (UTF-8), else the console of the program that started it (a window program has
+// none of its own; shown in UTF-16, so every letter reads right).
+
+#include <windows.h>
+
+#include <string>
+
+class CommandOutput {
+public:
+    explicit CommandOutput(DWORD which);  // STD_OUTPUT_HANDLE or STD_ERROR_HANDLE
+    // Writes `text`, each '\n' as CR LF.
+    void Write(const std::string& text);
+
+private:
+    HANDLE handle = nullptr;
+};

@@ -1,0 +1,103 @@
+// The program's entry: its window, or a command a LAN admin's script gives it (command_line.h),
+// one copy at a time.
+#include <windows.h>
+#include <shellapi.h>
+
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "command_line.h"
+#include "command_output.h"
+#include "ludax.h"
+#include "run_command.h"
+#include "texts.h"
+#include "wide_text.h"
+
+namespace {
+
+// One copy at a time: two copies would each take the other's changes for the player's files.
+// Held until the process ends; false when another copy holds it.
+bool OnlyCopy()
+{
+    HANDLE copy = CreateMutexW(nullptr, FALSE, L"Local\\LudaxConfig");
+    return copy != nullptr && GetLastError() != ERROR_ALREADY_EXISTS;
+}
+
+// The arguments after the program's name, as UTF-8.
+std::vector<std::string> Arguments()
+{
+    std::vector<std::string> args;
+    int count = 0;
+    LPWSTR* wide = CommandLineToArgvW(GetCommandLineW(), &count);
+    for (int i = 1; wide && i < count; ++i)
+        args.push_back(ToUtf8(reinterpret_cast<const char16_t*>(wide[i]), wcslen(wide[i])));
+    LocalFree(wide);
+    return args;
+}
+
+int RunWithoutWindow(const Command& command)
+{
+    CommandOutput out(STD_OUTPUT_HANDLE), err(STD_ERROR_HANDLE);
+    if (command.kind != Command::Kind::usage && !OnlyCopy()) {
+        err.Write(texts::command::anotherCopy);
+        return exitStatus::anotherCopy;
+    }
+    std::optional<ActionLogFile> logFile;
+    if (!command.logPath.empty()) {
+        logFile.emplace(command.logPath);
+        if (!logFile->IsOpen()) {
+            err.Write(texts::command::LogNotWritable(command.logPath));
+            return exitStatus::badCommandLine;
+        }
+    }
+    const CommandResult result = RunCommand(command, logFile ? logFile->AsLog() : ActionLog());
+    out.Write(result.out);
+    err.Write(result.err);
+    return result.status;
+}
+
+}  // namespace
+
+void EndWithMessage(const std::string& text, const char* caption, UINT style)
+{
+    MessageBoxW(nullptr, Wide(text).c_str(), Wide(caption).c_str(), style);
+    std::exit(-1);
+}
+
+// What ends the program when an exception is not caught (none is thrown on purpose). The
+// standard library's default prints the exception's demangled type name first, which pulls
+// the whole C++ demangler into the .exe for a console this program does not have.
+namespace __gnu_cxx {
+void __verbose_terminate_handler() { std::abort(); }
+}  // namespace __gnu_cxx
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
+{
+    Command command;
+    std::string error;
+    if (!ParseCommandLine(Arguments(), command, error)) {
+        CommandOutput(STD_ERROR_HANDLE).Write(error + "\n\n" + texts::command::usage);
+        return exitStatus::badCommandLine;
+    }
+    if (command.kind != Command::Kind::window)
+        return RunWithoutWindow(command);
+    if (!OnlyCopy()) {
+        // The player started it again: the running window is what they are after.
+        if (HWND running = FindWindowW(ludaxWindowClass, nullptr)) {
+            if (IsIconic(running))
+                ShowWindow(running, SW_RESTORE);
+            SetForegroundWindow(running);
+        }
+        return 0;
+    }
+    std::optional<ActionLogFile> logFile;
+    if (!command.logPath.empty())
+        logFile.emplace(command.logPath);
+    {
+        Ludax ludax(logFile && logFile->IsOpen() ? logFile->AsLog() : ActionLog());
+        ludax.Run();
+    }
+    return 0;
+}

@@ -1,0 +1,118 @@
+#include "run_command.h"
+
+#include "find_games.h"
+#include "install.h"
+#include "running_game.h"
+#include "steam_path.h"
+#include "texts.h"
+#include "uninstall.h"
+
+namespace {
+
+struct GameFacts {
+    const texts::Game& texts;
+    bool SteamAccount::*present;    // the game's folder is there
+    bool SteamAccount::*installed;  // its backup archive is there
+};
+
+GameFacts FactsOf(const GameProfile& game)
+{
+    if (&game == &cs16Profile)
+        return {texts::cs16, &SteamAccount::hasCs16, game.installedFlag};
+    return {texts::css, &SteamAccount::hasCss, game.installedFlag};
+}
+
+const char* State(const SteamAccount& place, const GameFacts& facts)
+{
+    return place.*facts.installed ? "installed" : place.*facts.present ? "present" : "absent";
+}
+
+std::string List(const std::vector<SteamAccount>& places)
+{
+    std::string lines;
+    for (std::size_t i = 0; i < places.size(); ++i)
+        lines += std::to_string(i + 1) + "\t" + texts::ChooserLabel(places[i]) + "\tcs16=" +
+                 State(places[i], FactsOf(cs16Profile)) + "\tcss=" + State(places[i], FactsOf(cssProfile)) + "\n";
+    return lines;
+}
+
+CommandResult Stop(int status, const std::string& why) { return {status, std::string(), why}; }
+
+// The place a command acts on: the one it names, or the one that fits (the game's folder for an
+// install, its configuration for an uninstall). Nothing, with `refusal` set, when none does.
+SteamAccount* PlaceFor(const Command& command, std::vector<SteamAccount>& places, int& number, CommandResult& refusal)
+{
+    const GameFacts facts = FactsOf(*command.game);
+    const bool install = command.kind == Command::Kind::install;
+    if (command.place != 0) {
+        number = command.place;
+        if (static_cast<std::size_t>(number) > places.size()) {
+            refusal = Stop(exitStatus::noSuchPlace, texts::command::NoSuchPlace(number, places.size()));
+            return nullptr;
+        }
+        SteamAccount& place = places[number - 1];
+        const std::string named = texts::command::Place(number, place);
+        if (install && !(place.*facts.present))
+            refusal = Stop(exitStatus::noSuchPlace, texts::command::GameNotIn(facts.texts, named));
+        else if (!install && !(place.*facts.installed))
+            refusal = Stop(exitStatus::installedOrNot, texts::command::NotInstalledIn(facts.texts, named));
+        else
+            return &place;
+        return nullptr;
+    }
+    std::string fitting;
+    bool anywhere = false;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        anywhere = anywhere || places[i].*facts.present;
+        if (places[i].*(install ? facts.present : facts.installed)) {
+            fitting += "  " + std::to_string(i + 1) + "\t" + texts::ChooserLabel(places[i]) + "\n";
+            number = number == 0 ? static_cast<int>(i + 1) : -1;
+        }
+    }
+    if (number > 0)
+        return &places[number - 1];
+    if (number < 0)
+        refusal = Stop(exitStatus::noSuchPlace, texts::command::NameOne(facts.texts, !install, fitting));
+    else if (install || !anywhere)
+        refusal = Stop(exitStatus::noSuchPlace, texts::command::GameNotThere(facts.texts));
+    else
+        refusal = Stop(exitStatus::installedOrNot, texts::command::NotInstalled(facts.texts));
+    return nullptr;
+}
+
+}  // namespace
+
+CommandResult RunCommand(const Command& command, const ActionLog& log)
+{
+    if (command.kind == Command::Kind::usage)
+        return {exitStatus::done, texts::command::usage, std::string()};
+    const SteamPath steam = ReadSteamappsPath();
+    if (steam.read != sys::RegistryRead::ok)
+        return Stop(exitStatus::steamNotFound, texts::command::steamNotFound);
+    std::vector<SteamAccount> places = FindGames(steam.steamappsPath);
+    if (command.kind == Command::Kind::list)
+        return {exitStatus::done, List(places), std::string()};
+
+    CommandResult refusal;
+    int number = 0;
+    SteamAccount* place = PlaceFor(command, places, number, refusal);
+    if (!place)
+        return refusal;
+    const GameProfile& game = *command.game;
+    const GameFacts facts = FactsOf(game);
+    if (GameIsRunning(game))
+        return Stop(exitStatus::gameRunning, texts::command::Running(facts.texts));
+    if (command.kind == Command::Kind::install) {
+        if (place->*facts.installed && !command.yes)
+            return Stop(exitStatus::installedOrNot,
+                        texts::command::InstalledAlready(facts.texts, texts::command::Place(number, *place)));
+        const InstallOutcome outcome = InstallConfig(game, *place, log);
+        if (outcome.result != InstallOutcome::Result::installed)
+            return Stop(exitStatus::installStopped, texts::Stopped(outcome) + "\n");
+        return {exitStatus::done, std::string(facts.texts.installed) + "\n", std::string()};
+    }
+    if (UninstallConfig(game, *place, log).backupKept)
+        return Stop(exitStatus::backupKept,
+                    std::string(facts.texts.uninstalled) + "\n" + texts::backupKept + "\n");
+    return {exitStatus::done, std::string(facts.texts.uninstalled) + "\n", std::string()};
+}

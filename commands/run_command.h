@@ -1,0 +1,31 @@
+#pragma once
+// A command run without a window, for a LAN admin's script: what it says, and the exit status
+// the script reads.
+
+#include <string>
+
+#include "action_log.h"
+#include "command_line.h"
+
+namespace exitStatus {
+constexpr int done = 0;
+constexpr int badCommandLine = 1;
+constexpr int steamNotFound = 2;      // either registry failure
+constexpr int noSuchPlace = 3;        // no such place, the game is not there, or more than one place fits
+constexpr int installedOrNot = 4;     // installed already (without /yes), or not installed
+constexpr int gameRunning = 5;
+constexpr int installStopped = 6;     // a file it could not back up or write, a folder it could not make
+constexpr int backupKept = 7;         // the uninstall could not undo everything and kept the backup files
+constexpr int anotherCopy = 8;        // the window or another command runs
+}  // namespace exitStatus
+
+struct CommandResult {
+    int status = exitStatus::done;
+    std::string out;  // the list, the usage, what was done; lines end with '\n'
+    std::string err;  // why it stopped
+};
+
+// Runs a usage, list, install or uninstall command against Steam and the disk as they are now;
+// the caller sees to it that no other copy of the program runs meanwhile. Each action of an
+// install or uninstall goes to `log`.
+CommandResult RunCommand(const Command& command, const ActionLog& log = {});

@@ -1,0 +1,28 @@
+#include "action_log.h"
+
+#include <chrono>
+#include <ctime>
+
+ActionLogFile::ActionLogFile(const std::string& path) : file(sys::File::OpenForAppending(path))
+{
+    if (!file.IsOpen() && sys::LookUp(path).kind == sys::EntryKind::none)
+        file = sys::File::Create(path);
+}
+
+void ActionLogFile::Record(const char* action, const std::string& path)
+{
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    const std::string line =
+        IsoTime(std::chrono::duration_cast<std::chrono::seconds>(now).count()) + "\t" + action + "\t" + path + "\r\n";
+    // A line that cannot be written is lost to the log only: the work it tells of goes on.
+    static_cast<void>(file.Write(line));
+}
+
+std::string IsoTime(long long secondsSince1970)
+{
+    const std::time_t time = static_cast<std::time_t>(secondsSince1970);
+    char text[32] = "";
+    if (const std::tm* utc = std::gmtime(&time))  // one thread: its shared result is safe here
+        std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", utc);
+    return text;
+}

@@ -1,0 +1,28 @@
+#pragma once
+// What an install or uninstall does, path by path, for whoever keeps a log: "backed up",
+// "wrote", "made folder", "removed", "restored", "kept", "stopped".
+
+#include <functional>
+#include <string>
+
+#include "system.h"
+
+using ActionLog = std::function<void(const char* action, const std::string& path)>;
+
+// A log file that grows by one UTF-8 line per action: the time (ISO 8601, UTC), the action and
+// the path, separated by tabs and ended by CR LF. Each line reaches the file at once, so a log
+// of a run that was cut short still says how far it went.
+class ActionLogFile {
+public:
+    // Opens `path` to add to it, making it when it is not there.
+    explicit ActionLogFile(const std::string& path);
+    bool IsOpen() const { return file.IsOpen(); }
+    void Record(const char* action, const std::string& path);
+    ActionLog AsLog() { return [this](const char* action, const std::string& path) { Record(action, path); }; }
+
+private:
+    sys::File file;
+};
+
+// "2026-11-22T17:05:03Z" for the seconds since 1970.
+std::string IsoTime(long long secondsSince1970);

@@ -1,0 +1,148 @@
+// The command line a LAN admin's script gives: what it asks for, the place it picks, and the
+// exit status it ends with.
+#include <gtest/gtest.h>
+
+#include "command_line.h"
+#include "folders.h"
+#include "install_scene.h"
+#include "run_command.h"
+#include "steam_layouts.h"
+#include "test_registry.h"
+
+namespace {
+
+using Args = std::vector<std::string>;
+
+TEST(CommandLine, ReadsTheCommandsInAnyCaseWithEitherSignAndRefusesTheRest)
+{
+    const struct {
+        Args args;
+        Command::Kind kind;
+        const GameProfile* game;
+        int place;
+        bool yes;
+        std::string log;
+    } accepted[] = {
+        {{}, Command::Kind::window, nullptr, 0, false, ""},
+        {{"/log", "C:/a b.log"}, Command::Kind::window, nullptr, 0, false, "C:/a b.log"},
+        {{"/?"}, Command::Kind::usage, nullptr, 0, false, ""},
+        {{"-LIST"}, Command::Kind::list, nullptr, 0, false, ""},
+        {{"/install", "CS16"}, Command::Kind::install, &cs16Profile, 0, false, ""},
+        {{"-Install", "css", "/PLACE", "12", "-yes", "/log", "x.log"}, Command::Kind::install, &cssProfile, 12, true, "x.log"},
+        {{"/place", "2", "/uninstall", "cs16"}, Command::Kind::uninstall, &cs16Profile, 2, false, ""},
+    };
+    for (const auto& c : accepted) {
+        Command command;
+        std::string error;
+        ASSERT_TRUE(ParseCommandLine(c.args, command, error)) << error;
+        EXPECT_EQ(command.kind, c.kind);
+        EXPECT_EQ(command.game, c.game);
+        EXPECT_EQ(command.place, c.place);
+        EXPECT_EQ(command.yes, c.yes);
+        EXPECT_EQ(command.logPath, c.log);
+    }
+    const struct {
+        Args args;
+        std::string error;
+    } refused[] = {
+        {{"/S"}, "not a command or option of this program: /S"},
+        {{"install", "cs16"}, "not a command or option of this program: install"},
+        {{"/install"}, "/install needs a value after it"},
+        {{"/install", "cs17"}, "no game called cs17: cs16 or css"},
+        {{"/list", "/list"}, "one command at a time: /list"},
+        {{"/install", "cs16", "/uninstall", "cs16"}, "one command at a time: /uninstall"},
+        {{"/install", "css", "/place", "0"}, "/place takes one number, 1 or more: 0"},
+        {{"/install", "css", "/place", "-1"}, "/place takes one number, 1 or more: -1"},
+        {{"/install", "css", "/place", "1", "/PLACE", "2"}, "/PLACE given twice"},
+        {{"/install", "css", "/yes", "-yes"}, "-yes given twice"},
+        {{"/log", "a", "/log", "b"}, "/log given twice"},
+        {{"/list", "/place", "1"}, "/place goes with /install or /uninstall"},
+        {{"/uninstall", "css", "/yes"}, "/yes goes with /install"},
+        {{"/yes"}, "/yes goes with /install"},
+        {{"/?", "/log", "x"}, "/log goes with /install, /uninstall, or alone with the window"},
+        {{"/log"}, "/log needs a value after it"},
+    };
+    for (const auto& c : refused) {
+        Command command;
+        std::string error;
+        EXPECT_FALSE(ParseCommandLine(c.args, command, error)) << c.error;
+        EXPECT_EQ(error, c.error);
+    }
+}
+
+// Steam in the registry (the test run's own), with the places the test lays out.
+class Steam {
+public:
+    Steam() { SetUserRegistryString(key, "SteamPath", folder.Path()); }
+    ~Steam() { DeleteUserRegistryKey(key); }
+    std::string Apps() const { return folder.Path() + "/steamapps/"; }
+
+private:
+    const std::string key = "Software\\Valve\\Steam";
+    TempFolder folder;
+};
+
+CommandResult Ask(const Args& args)
+{
+    Command command;
+    std::string error;
+    EXPECT_TRUE(ParseCommandLine(args, command, error)) << error;
+    return RunCommand(command);
+}
+
+TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
+{
+    {
+        Steam steam;
+        DeleteUserRegistryKey("Software\\Valve\\Steam");
+        EXPECT_EQ(Ask({"/list"}).status, 2);
+    }
+    Steam steam;
+    EXPECT_EQ(Ask({"/list"}).out, "");
+    EXPECT_EQ(Ask({"/install", "cs16"}).status, 3);  // no place holds the game
+    const SteamAccount place = AccountFolderEntry(steam.Apps(), "player");
+    WriteFile(place.cs16Content + "config.cfg", "player's config");
+    EXPECT_EQ(Ask({"/list"}).out, "1\tplayer\tcs16=present\tcss=absent\n");
+    EXPECT_EQ(Ask({"/uninstall", "cs16"}).status, 4);  // there, but installed nowhere
+    EXPECT_EQ(Ask({"/uninstall", "cs16", "/place", "1"}).status, 4);
+    EXPECT_EQ(Ask({"/install", "css"}).status, 3);
+    EXPECT_EQ(Ask({"/install", "cs16", "/place", "2"}).status, 3);
+    EXPECT_EQ(Ask({"/install", "css", "/place", "1"}).status, 3);
+
+    const CommandResult installed = Ask({"/install", "cs16"});
+    EXPECT_EQ(installed.status, 0);
+    EXPECT_EQ(installed.out, "Counter Strike LUDAX config installed successfully!\n");
+    EXPECT_EQ(Ask({"/list"}).out, "1\tplayer\tcs16=installed\tcss=absent\n");
+    EXPECT_EQ(Ask({"/install", "cs16"}).status, 4);  // installed already
+    EXPECT_EQ(Ask({"/install", "cs16", "/yes"}).status, 0);
+
+    // A second place with the game: one of them must be named.
+    WriteFile(AccountFolderEntry(steam.Apps(), "second").cs16Content + "config.cfg", "second's config");
+    EXPECT_EQ(Ask({"/install", "cs16"}).status, 3);
+    EXPECT_EQ(Ask({"/uninstall", "cs16"}).status, 0);  // installed in one place only
+    EXPECT_EQ(ReadFile(place.cs16Content + "config.cfg"), "player's config");
+    EXPECT_EQ(Ask({"/uninstall", "cs16"}).status, 4);
+}
+
+TEST(CommandLine, AnInstallThatStopsIs6AndAnUninstallThatKeepsItsBackupsIs7)
+{
+    Steam steam;
+    const SteamAccount place = AccountFolderEntry(steam.Apps(), "player");
+    WriteFile(place.cs16Content + "config.cfg", "player's config");
+    MakeFolders(place.cs16Content + "autobuy.txt/in the way");  // a folder where a file must go
+    const CommandResult stopped = Ask({"/install", "cs16"});
+    EXPECT_EQ(stopped.status, 6);
+    EXPECT_EQ(stopped.err, "Could not back up the file\n" + place.cs16Content + "autobuy.txt\nNothing more was changed.\n");
+    RemovePath(place.cs16Content + "autobuy.txt/in the way");
+    RemovePath(place.cs16Content + "autobuy.txt");
+    EXPECT_EQ(Ask({"/install", "cs16", "/yes"}).status, 0);
+    RemovePath(place.cs16Content + "config.cfg");
+    MakeFolders(place.cs16Content + "config.cfg/in the way");  // the player's file cannot come back
+    const CommandResult kept = Ask({"/uninstall", "cs16"});
+    EXPECT_EQ(kept.status, 7);
+    EXPECT_EQ(kept.err, "Counter Strike LUDAX config uninstalled!\nSome files could not be put back or removed, so the "
+                        "backup was kept. Close the programs that use the game's files, free some disk space, then "
+                        "uninstall again.\n");
+}
+
+}  // namespace
