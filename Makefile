@@ -11,7 +11,7 @@ PACKAGES := cmake make g++ googletest zlib1g-dev \
             wine wine64 xvfb x11-apps x11-utils imagemagick \
             clang libclang-rt-14-dev locales osslsigncode openssl
 
-.PHONY: all deps native windows test test-native test-windows test-fuzz run fuzz bench payload-art sign clean
+.PHONY: all deps native windows test test-native test-windows test-fuzz run fuzz bench payload-art sign mutants test-share clean
 
 all: windows
 
@@ -55,6 +55,12 @@ test: test-native test-windows test-fuzz
 
 fuzz: deps
 	tests/fuzz/run-fuzzers 300
+
+# The mutation run (not part of make test): one-line faults built in and run against the tests
+# that can see them; prints each verdict and the score (tests/mutants/). A list of words runs
+# only the mutants whose file or text holds one: make mutants ONLY="uninstall.cpp".
+mutants: windows
+	tests/mutants/run $(ONLY)
 
 # Install and uninstall timed against a plain copy, natively and under Wine (bench/RESULTS.md).
 bench: windows
