@@ -2,11 +2,10 @@
 // the records a plain reading of the layout finds (from offset 4, up to a record that does
 // not fit or one of eight zero bytes), hand over each record's bytes unchanged, and skip
 // names too long for any path unread. Every name it yields, and the input itself taken as a
-// name, goes through the name rules, which must agree with a separate reading of them.
+// name, must not reach above the folder it is put in once the name rules accept it.
 
 #include <unistd.h>
 
-#include <cctype>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -59,7 +58,7 @@ std::vector<Seen> PlainReading(const std::string& bytes)
             break;
         if (nameLength == 0 && dataLength == 0)
             break;
-        const bool tooLong = static_cast<std::uint64_t>(nameLength) > sys::maxPathLength;
+        const bool tooLong = static_cast<std::uint64_t>(nameLength) > sys::maxPathBytes;
         records.push_back({tooLong ? std::string() : bytes.substr(position + 4, nameLength), tooLong,
                            bytes.substr(position + 8 + nameLength, dataLength)});
         position += 8 + nameLength + dataLength;
@@ -67,57 +66,16 @@ std::vector<Seen> PlainReading(const std::string& bytes)
     return records;
 }
 
-bool IsDevice(std::string segment)
-{
-    segment = segment.substr(0, segment.find('.'));
-    while (!segment.empty() && segment.back() == ' ')
-        segment.pop_back();
-    for (char& c : segment)
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    if (segment == "con" || segment == "prn" || segment == "aux" || segment == "nul" ||
-        segment == "conin$" || segment == "conout$")
-        return true;
-    if (segment.size() < 4 || (segment.compare(0, 3, "com") != 0 && segment.compare(0, 3, "lpt") != 0))
-        return false;
-    const std::string number = segment.substr(3);
-    return (number.size() == 1 && std::isdigit(static_cast<unsigned char>(number[0]))) || number == "\xB9" ||
-           number == "\xB2" || number == "\xB3" || number == "\xC2\xB9" || number == "\xC2\xB2" || number == "\xC2\xB3";
-}
-
-// The name rules, read once more from their description.
-bool Acceptable(const std::string& name)
-{
-    if (name.empty() || name[0] == '/' || name.back() == '/')
-        return false;
-    const std::string forbidden = "\\:*?<>|\"";
-    for (char c : name) {
-        const unsigned char byte = static_cast<unsigned char>(c);
-        if (byte < 0x20 || byte == 0x7F || forbidden.find(c) != std::string::npos)
-            return false;
-    }
-    std::size_t start = 0;
-    for (;;) {
-        std::size_t end = name.find('/', start);
-        const std::string segment = name.substr(start, end == std::string::npos ? std::string::npos : end - start);
-        if (!segment.empty() && (segment.back() == '.' || segment.back() == ' ' || IsDevice(segment)))
-            return false;
-        if (end == std::string::npos)
-            return true;
-        start = end + 1;
-    }
-}
-
+// An accepted name, anywhere below the content folder, never reaches above where it is put.
 void CheckName(const std::string& name)
 {
-    const bool acceptable = Acceptable(name);
-    Require(IsWindowsName(name) == acceptable);
-    // A removal line below the content folder follows the same rule (a name with a leading '/'
-    // makes a doubled separator there, which Windows reads as one).
+    const bool acceptable = IsWindowsName(name);
+    if (acceptable)
+        Require(name.find("/../") == std::string::npos && name.compare(0, 3, "../") != 0 && name != ".." &&
+                name.find('\\') == std::string::npos && name.find(':') == std::string::npos);
     const std::string game = "C:/Steam/steamapps/common/Half-Life";
     if (name.empty() || name[0] != '/')
         Require(IsRemovableLine(game + "/cstrike/" + name, game, game + "/cstrike/") == acceptable);
-    if (acceptable)  // and an accepted name never reaches above where it is put
-        Require(name.find("/../") == std::string::npos && name.compare(0, 3, "../") != 0 && name != "..");
 }
 
 std::string ScratchFile()
@@ -146,7 +104,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         bool tooLong = false;
         std::uint32_t length = 0;
         while (reader.Next(name, tooLong, length)) {
-            Require(name.size() <= sys::maxPathLength);
+            Require(name.size() <= sys::maxPathBytes);
             std::string copied;
             Require(reader.CopyData([&](const char* block, std::size_t count) {
                 copied.append(block, count);

@@ -1,7 +1,7 @@
 // The removal list reader over arbitrary bytes: whatever a damaged or edited list holds, the
-// paths it yields are non-empty, free of line-end bytes, no longer than a Windows path, no
-// longer in total than the input, the same however the bytes arrive, and read back the same
-// once written as the install writes them.
+// paths it yields are non-empty UTF-8 free of line-end bytes (an ANSI line grows by at most
+// three times in UTF-8), the same however the bytes arrive, and read back the same once written
+// as the install writes them.
 
 #include <algorithm>
 #include <cstddef>
@@ -12,6 +12,7 @@
 
 #include "removal_list.h"
 #include "system.h"
+#include "text_encoding.h"
 
 namespace {
 
@@ -34,14 +35,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::size_t total = 0;
     std::string rewritten;
     for (const std::string& path : paths) {
-        if (path.empty() || path.find_first_of("\r\n") != std::string::npos ||
-            path.size() > sys::maxPathLength)
+        if (path.empty() || path.find_first_of("\r\n") != std::string::npos || !IsUtf8(path) ||
+            path.size() > 3 * sys::maxPathBytes)
             std::abort();
         total += path.size();
         rewritten += path + "\r\n";
     }
     // Each path stands for a line of its own: its bytes plus at least one LF between lines.
-    if (total + (paths.empty() ? 0 : paths.size() - 1) > size)
+    if (total + (paths.empty() ? 0 : paths.size() - 1) > 3 * size)
         std::abort();
     if (ReadRemovalList(rewritten) != paths)
         std::abort();
