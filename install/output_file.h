@@ -26,8 +26,6 @@ public:
 
     bool Append(const char* data, std::size_t size);
     bool Append(const std::string& bytes) { return Append(bytes.data(), bytes.size()); }
-    // True while every append so far went through.
-    bool Intact() const { return intact; }
     // The file's size as far as it went through whole.
     std::uint64_t End() const { return end; }
     // Cuts the file back to `size` bytes, taking away a piece a failed append left.

@@ -10,23 +10,13 @@
 #include <vector>
 
 #include "carried_containers.h"
-#include "little_endian.h"
-#include "packer.h"
+#include "test_files.h"
 
 namespace {
 
 std::string Le16(std::uint16_t value)
 {
-    std::string bytes;
-    AppendLittleEndian16(bytes, value);
-    return bytes;
-}
-
-std::string Le32(std::uint32_t value)
-{
-    std::string bytes;
-    AppendLittleEndian32(bytes, value);
-    return bytes;
+    return Le32(value).substr(0, 2);
 }
 
 std::string Le64(std::uint64_t value)
@@ -36,10 +26,10 @@ std::string Le64(std::uint64_t value)
 
 std::string Container(const std::vector<std::string>& names)
 {
-    std::vector<char> container;
+    std::string container;
     for (const std::string& name : names)
-        AppendRecord(container, name, "bytes of " + name);
-    return std::string(container.begin(), container.end());
+        container += Record(name, "bytes of " + name);
+    return container;
 }
 
 // Marker, 64-bit length, 8 zero bytes, the container, one zero byte; padded to 16 bytes.
@@ -140,20 +130,12 @@ TEST(CarriedContainers, DamagedOrForeignProgramsAreRefusedWithWhatIsWrong)
          "damaged: it ends at byte 62, inside a Windows program's first header: it is cut short"},
         {"header offset past the end", [](std::string& f) { Put(f, 0x3C, Le32(0xFFFFFFF0)); },
          "damaged: no Windows program header at byte 4294967280, where its MS-DOS header points"},
-        {"no PE signature", [](std::string& f) { Put(f, 0x80, "NE"); },
-         "damaged: no Windows program header at byte 128, where its MS-DOS header points"},
-        {"no sections", [](std::string& f) { Put(f, 0x86, Le16(0)); },
-         "damaged: its header counts 0 sections; a Windows program has 1 to 96"},
         {"too many sections", [](std::string& f) { Put(f, 0x86, Le16(0xFFFF)); },
          "damaged: its header counts 65535 sections; a Windows program has 1 to 96"},
         {"cut inside the section table", [](std::string& f) { f.resize(kTable + 50); },
          "damaged: its section table runs past the end of the file (442 bytes): it is cut short"},
-        {"optional header past the end", [](std::string& f) { Put(f, 0x94, Le16(0xFFFF)); },
-         "damaged: its section table runs past the end of the file"},
         {"cut inside a section", [](std::string& f) { f.resize(kRdata + 100); },
          "damaged: section 2 (.rdata), bytes 1536 to 2048, runs past the end of the file (1636 bytes): it is cut short"},
-        {"section placed past the end", [](std::string& f) { Put(f, rdataHeader + 20, Le32(0xFFFFFE00)); },
-         "damaged: section 2 (.rdata), bytes 4294966784 to 4294967296, runs past the end of the file"},
         {"section sized past the end", [](std::string& f) { Put(f, rdataHeader + 16, Le32(0xFFFFFFFF)); },
          "damaged: section 2 (.rdata), bytes 1536 to 4294968831, runs past the end of the file"},
         {"length of 2^64 - 1", [&](std::string& f) { Put(f, cs16Marker + 16, Le64(~std::uint64_t{0})); },
@@ -186,14 +168,5 @@ TEST(CarriedContainers, DamagedOrForeignProgramsAreRefusedWithWhatIsWrong)
         EXPECT_FALSE(FindCarriedContainers(Bytes(file), found, error));
         EXPECT_TRUE(found.empty());
         EXPECT_EQ(error.substr(0, c.error.size()), c.error);
-    }
-
-    // However the file is cut short, it is refused, and nothing is read past its end.
-    const std::string whole = Program();
-    for (std::size_t size = 0; size < whole.size(); ++size) {
-        std::vector<CarriedContainer> found;
-        std::string error;
-        ASSERT_FALSE(FindCarriedContainers(Bytes(whole.substr(0, size)), found, error)) << size;
-        ASSERT_NE(error, "") << size;
     }
 }

@@ -1,5 +1,5 @@
-// The container reader over the embedded payloads and over damaged buffers. Damaged buffers are
-// exactly sized heap vectors, so natively AddressSanitizer catches any read past their end.
+// The container reader over whole and damaged buffers, each an exactly sized heap vector, so
+// that natively AddressSanitizer catches any read past its end.
 
 #include <gtest/gtest.h>
 
@@ -8,10 +8,8 @@
 #include <vector>
 
 #include "container.h"
-#include "embedded.h"
 #include "little_endian.h"
 #include "manifest.h"
-#include "packer.h"
 #include "test_files.h"
 
 namespace {
@@ -36,72 +34,12 @@ std::vector<Seen> Walk(const std::vector<char>& buffer)
     return seen;
 }
 
-std::vector<std::string> ManifestNames(const std::string& manifest)
-{
-    std::vector<std::string> names;
-    for (const ManifestLine& line : ParseManifest(ReadFile(manifest)))
-        names.push_back(line.name);
-    return names;
-}
-
-std::string Le32(std::uint32_t value)
-{
-    std::string bytes;
-    AppendLittleEndian32(bytes, value);
-    return bytes;
-}
-
-std::string Record(const std::string& name, const std::string& data)
-{
-    return Le32(static_cast<std::uint32_t>(name.size())) + name + Le32(static_cast<std::uint32_t>(data.size())) + data;
-}
-
 std::vector<char> Buffer(const std::string& bytes)
 {
     return std::vector<char>(bytes.begin(), bytes.end());
 }
 
-struct Game {
-    const char* folder;
-    const EmbeddedContainer* payload;
-};
-
-const Game games[] = {{"cs16", &cs16Payload}, {"css", &cssPayload}};
-
 }  // namespace
-
-TEST(EmbeddedContainer, HoldsExactlyTheManifestsFilesInOrder)
-{
-    for (const Game& game : games) {
-        SCOPED_TRACE(game.folder);
-        const std::string set = std::string(LUDAX_SOURCE_DIR) + "/payload/" + game.folder;
-        const std::vector<std::string> names = ManifestNames(set + ".manifest");
-        ASSERT_FALSE(names.empty());
-
-        const std::vector<Seen> seen = Walk(std::vector<char>(game.payload->start, game.payload->start + game.payload->length));
-        ASSERT_EQ(seen.size(), names.size());
-        for (std::size_t i = 0; i < seen.size(); ++i) {
-            EXPECT_EQ(seen[i].name, names[i]);
-            EXPECT_TRUE(seen[i].data == ReadFile(set + "/" + names[i])) << names[i] << " differs from its file";
-        }
-        EXPECT_EQ(seen.back().next, game.payload->length);
-        // The stored zero byte follows the last record and belongs to none.
-        EXPECT_EQ(game.payload->start[game.payload->length], '\0');
-    }
-}
-
-TEST(EmbeddedContainer, IsWhatThePackerMakesOfTheCurrentSet)
-{
-    for (const Game& game : games) {
-        SCOPED_TRACE(game.folder);
-        const std::string set = std::string(LUDAX_SOURCE_DIR) + "/payload/" + game.folder;
-        const PackResult packed = PackSet(set, set + ".manifest");
-        ASSERT_EQ(packed.error, "");
-        EXPECT_TRUE(std::vector<char>(game.payload->start, game.payload->start + game.payload->length) ==
-                    packed.container)
-            << "the program embeds a stale container";
-    }
-}
 
 TEST(ContainerReader, TruncatedContainerYieldsOnlyTheWholeRecordsBeforeTheCut)
 {
@@ -162,22 +100,6 @@ TEST(ContainerReader, LengthThatCannotBeTrueStopsTheWalkBeforeThatRecord)
         EXPECT_EQ(seen[0].data, "m4a1 ak47");
     }
     EXPECT_EQ(Walk(std::vector<char>()).size(), 0u);
-}
-
-TEST(ContainerReader, RefusedRecordLeavesTheCallersRecordUntouched)
-{
-    const std::vector<char> buffer = Buffer(Record("a", "xyz") + Le32(1) + "b" + Le32(9));
-    ContainerRecord record;
-    ASSERT_TRUE(ReadRecord(buffer.data(), buffer.size(), 0, record));
-    const ContainerRecord first = record;
-    for (std::size_t position : {record.next, buffer.size(), buffer.size() + 1, std::size_t(-1), std::size_t(-4)}) {
-        SCOPED_TRACE(position);
-        EXPECT_FALSE(ReadRecord(buffer.data(), buffer.size(), position, record));
-        EXPECT_EQ(record.name, first.name);
-        EXPECT_EQ(record.data, first.data);
-        EXPECT_EQ(record.size, first.size);
-        EXPECT_EQ(record.next, first.next);
-    }
 }
 
 TEST(LittleEndian, FieldsAreLowestByteFirstAndReadsStayInsideTheBuffer)

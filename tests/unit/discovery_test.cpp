@@ -75,6 +75,7 @@ TEST(Discovery, FindGamesKeepsQualifyingFoldersInListingOrder)
     MakeFolders(apps + "bob/counter-strike source");
     WriteFile(apps + "bob/cssludax.bak", "\x01\0\0\0");
     WriteFile(apps + "carol/cs16ludax.bak", "");          // a backup with no game folder
+    WriteFile(apps + "frank/cssludax.bak", "");           // the other game's backup alone
     WriteFile(apps + "erin/counter-strike", "not a folder");  // a file counts as present
     MakeFolders(apps + "dave/half-life");                 // nothing of ours
     WriteFile(apps + "notes.txt", "a plain file holds no game");
@@ -83,7 +84,8 @@ TEST(Discovery, FindGamesKeepsQualifyingFoldersInListingOrder)
 
     std::vector<std::string> expectedOrder;
     for (const sys::ListedEntry& entry : sys::ListFolder(apps))
-        if (entry.name == "alice" || entry.name == "bob" || entry.name == "carol" || entry.name == "erin")
+        if (entry.name == "alice" || entry.name == "bob" || entry.name == "carol" || entry.name == "erin" ||
+            entry.name == "frank")
             expectedOrder.push_back(entry.name);
     ASSERT_EQ(Names(accounts), expectedOrder);
     for (const SteamAccount& a : accounts) {
@@ -91,8 +93,9 @@ TEST(Discovery, FindGamesKeepsQualifyingFoldersInListingOrder)
         EXPECT_EQ(a.hasCs16, a.name == "alice" || a.name == "erin");
         EXPECT_EQ(a.hasCss, a.name == "bob");
         EXPECT_EQ(a.hasCs16Backup, a.name == "carol");
-        EXPECT_EQ(a.hasCssBackup, a.name == "bob");
+        EXPECT_EQ(a.hasCssBackup, a.name == "bob" || a.name == "frank");
     }
+    EXPECT_TRUE(FindGames(steam.Path() + "/missing/").empty());
 }
 
 TEST(Discovery, DotEntriesAreTestedLikeAnyOther)
@@ -242,14 +245,6 @@ TEST(Discovery, ButtonsFollowGameFoldersAndBackups)
         ButtonStates none = SelectAccount(accounts, outside);
         EXPECT_FALSE(none.cs16Install || none.cs16Uninstall || none.cssInstall || none.cssUninstall);
     }
-}
-
-TEST(Discovery, NoPlaceHoldsAnythingWithoutAccountsOrAppsFolder)
-{
-    TempFolder steam;
-    MakeFolders(steam.Path() + "/steamapps/empty-account");
-    EXPECT_TRUE(FindGames(steam.Path() + "/steamapps/").empty());
-    EXPECT_TRUE(FindGames(steam.Path() + "/missing/").empty());
 }
 
 }  // namespace

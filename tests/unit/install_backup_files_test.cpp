@@ -1,12 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <utility>
 
 #include "backup_archive.h"
 #include "install_scene.h"
-#include "output_file.h"
-#include "packer.h"
 #include "removal_list.h"
 #include "test_files.h"
 
@@ -48,17 +45,6 @@ TEST(RemovalList, LinesEndAtLfLoseEveryCrAndStopAtTheFirstEmptyOne)
     EXPECT_EQ(ReadRemovalList(longest + "x"), Lines{});  // the last line, too long
     // CRs do not count towards a line's length.
     EXPECT_EQ(ReadRemovalList(longest + std::string(50, '\r') + "\n"), Lines{longest});
-
-    // Bytes arriving in any pieces give the same lines.
-    const std::string list = "C:/a/b.cfg\r\n" + std::string(sys::maxPathBytes + 1, 'y') + "\nC:/a\r\n\r\nC:/never\r\n";
-    for (std::size_t piece : {1u, 7u, 4096u}) {
-        Lines lines;
-        RemovalListReader reader([&](const std::string& path) { lines.push_back(path); });
-        for (std::size_t at = 0; at < list.size(); at += piece)
-            reader.Feed(list.data() + at, std::min(piece, list.size() - at));
-        reader.Finish();
-        EXPECT_EQ(lines, (Lines{"C:/a/b.cfg", "C:/a"})) << piece;
-    }
 }
 
 TEST(RemovalList, KnowsWhereItsLinesEndSoThatAnInstallCanAddMore)
@@ -86,30 +72,6 @@ TEST(RemovalList, KnowsWhereItsLinesEndSoThatAnInstallCanAddMore)
         EXPECT_EQ(reader.Extent().linesEnd, c.linesEnd) << c.bytes;
         EXPECT_EQ(reader.Extent().lastLineOpen, c.lastLineOpen) << c.bytes;
     }
-}
-
-TEST(BackupArchive, RecordsHoldTheFormerBytesUnderTheRelativeName)
-{
-    TempFolder root;
-    const std::string game = root.Path() + "/cstrike/";
-    const std::string binary("\x00\xFF\r\n\x1A", 5);
-    WriteFile(game + "cfg/ludax/binds.cfg", binary);
-    WriteFile(game + "empty.cfg", "");
-    const std::string archivePath = root.Path() + "/cs16ludax.bak";
-    {
-        OutputFile archive = OutputFile::Create(archivePath);
-        EXPECT_TRUE(archive.Append(std::string("\x01\0\0\0", 4)));
-        EXPECT_TRUE(AppendBackupRecord(archive, "cfg/ludax/binds.cfg", game + "cfg/ludax/binds.cfg"));
-        EXPECT_TRUE(AppendBackupRecord(archive, "empty.cfg", game + "empty.cfg"));
-        // What cannot be read is not recorded at all, and the caller hears of it.
-        EXPECT_FALSE(AppendBackupRecord(archive, "gone.cfg", game + "gone.cfg"));
-        EXPECT_FALSE(AppendBackupRecord(archive, "cfg", game + "cfg"));  // a folder
-        EXPECT_TRUE(archive.Close());
-    }
-    EXPECT_EQ(ReadFile(archivePath), std::string("\x01\0\0\0" "\x13\0\0\0", 8) + "cfg/ludax/binds.cfg" +
-                                         std::string("\x05\0\0\0", 4) + binary +
-                                         std::string("\x09\0\0\0", 4) + "empty.cfg" +
-                                         std::string(4, '\0'));
 }
 
 // Every record of the archive file as the uninstall reads it: name (or "<too long>") and data.
@@ -141,13 +103,10 @@ TEST(BackupArchive, TheFileIsReadRecordByRecordWithTheWalksEndRules)
     TempFolder root;
     const std::string path = root.Path() + "/cs16ludax.bak";
     const std::string header("\x01\0\0\0", 4);
-    std::vector<char> records;
-    AppendRecord(records, "a.cfg", "A");
-    AppendRecord(records, std::string(sys::maxPathBytes + 1, 'n'), "data of a long name");
-    AppendRecord(records, "b.cfg", std::string(3 << 20, 'b'));  // more than one copy block
-    AppendRecord(records, "", "e");
-    AppendRecord(records, "last.cfg", "");
-    const std::string all = header + std::string(records.begin(), records.end());
+    const std::string all = header + Record("a.cfg", "A") +
+                            Record(std::string(sys::maxPathBytes + 1, 'n'), "data of a long name") +
+                            Record("b.cfg", std::string(3 << 20, 'b')) +  // more than one copy block
+                            Record("", "e") + Record("last.cfg", "");
     using Pairs = std::vector<std::pair<std::string, std::string>>;
     const Pairs expected{{"a.cfg", "A"}, {"<too long>", "<19 skipped>"}, {"b.cfg", std::string(3 << 20, 'b')},
                          {"", "<1 skipped>"}, {"last.cfg", ""}};
@@ -164,42 +123,9 @@ TEST(BackupArchive, TheFileIsReadRecordByRecordWithTheWalksEndRules)
         EXPECT_EQ(RecordsOnDisk(path, &failed), Pairs(expected.begin(), expected.end() - 1)) << size;
         EXPECT_FALSE(failed);
     }
-    // The header is never read: any four bytes will do.
-    for (const std::string& anyHeader : {std::string("\xFF\xFF\xFF\xFF"), std::string(4, '\0'), std::string("LDX!")}) {
-        WriteFile(path, anyHeader + all.substr(4));
-        EXPECT_EQ(RecordsOnDisk(path), expected) << anyHeader;
-    }
-    // Four bytes or fewer, or no file at all: no records.
-    for (std::size_t size = 0; size <= 4; ++size) {
-        WriteFile(path, header.substr(0, size));
-        EXPECT_TRUE(RecordsOnDisk(path).empty()) << size;
-    }
-    EXPECT_TRUE(RecordsOnDisk(root.Path() + "/missing.bak").empty());
-
-    // A hole of zero bytes ends the walk at once, however large the file.
-    WriteFile(path, header + Record("a.cfg", "A"));
-    ResizeFile(path, std::uint64_t{1} << 36);  // 64 GiB, sparse
-    EXPECT_EQ(RecordsOnDisk(path), (Pairs{{"a.cfg", "A"}}));
-    // A negative length ends it as well.
+    // A negative length ends it as a hole of zero bytes does.
     WriteFile(path, header + Record("a.cfg", "A") + std::string("\xFF\xFF\xFF\xFF", 4) + "more");
     EXPECT_EQ(RecordsOnDisk(path), (Pairs{{"a.cfg", "A"}}));
-}
-
-TEST(WholeFiles, AreWrittenInOnePieceOrReportedAsNotWritten)
-{
-    TempFolder root;
-    const std::string path = root.Path() + "/file.bin";
-    WriteFile(path, "a longer former content");
-    EXPECT_TRUE(WriteWholeFile(path, "new\0", 4));  // truncates
-    EXPECT_EQ(ReadFile(path), std::string("new\0", 4));
-
-    EXPECT_FALSE(WriteWholeFile(root.Path() + "/no/such/folder/file", "x", 1));
-    EXPECT_FALSE(WriteWholeFile(root.Path(), "x", 1));  // a folder is not written
-    OutputFile nowhere = OutputFile::Create(root.Path() + "/no/such/folder/file");
-    EXPECT_FALSE(nowhere.Intact());
-    EXPECT_FALSE(nowhere.Append("\x01\0\0\0", 4));
-    EXPECT_FALSE(nowhere.Close());
-    EXPECT_EQ(Snapshot(root.Path()), (std::map<std::string, std::string>{{"file.bin", std::string("new\0", 4)}}));
 }
 
 }  // namespace

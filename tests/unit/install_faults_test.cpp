@@ -119,16 +119,18 @@ Tally InjectEverywhere(const char* what, const std::function<void(InstallScene&)
 TEST(FaultInjection, NoKillAndNoFailedCallCostsAPlayersByteOrLeavesAnythingBehind)
 {
     const Tally install = InjectEverywhere("first install", [](InstallScene&) {}, [](InstallScene& s) { s.Install(); });
+    // Installed already: the backup files must be read whole before anything is added to them.
+    const Tally again = InjectEverywhere("second install", [](InstallScene& s) { s.Install(); }, [](InstallScene& s) { s.Install(); });
     const Tally uninstall = InjectEverywhere("uninstall", [](InstallScene& s) { s.Install(); }, [](InstallScene& s) { s.Uninstall(); });
-    std::printf("fault injection: a first install makes %llu calls, an uninstall %llu; each call failed once and "
-                "ended at once (%d and %d faults), each followed by install and uninstall, and by uninstall alone; "
-                "lost bytes %llu, entries left behind %d\n",
-                static_cast<unsigned long long>(install.calls), static_cast<unsigned long long>(uninstall.calls),
-                install.points, uninstall.points,
-                static_cast<unsigned long long>(install.lostBytes + uninstall.lostBytes),
-                install.leftBehind + uninstall.leftBehind);
-    EXPECT_EQ(install.lostBytes + uninstall.lostBytes, 0u);
-    EXPECT_EQ(install.leftBehind + uninstall.leftBehind, 0);
+    std::printf("fault injection: a first install makes %llu calls, a second %llu, an uninstall %llu; each call failed "
+                "once and ended at once (%d, %d and %d faults), each followed by install and uninstall, and by "
+                "uninstall alone; lost bytes %llu, entries left behind %d\n",
+                static_cast<unsigned long long>(install.calls), static_cast<unsigned long long>(again.calls),
+                static_cast<unsigned long long>(uninstall.calls), install.points, again.points, uninstall.points,
+                static_cast<unsigned long long>(install.lostBytes + again.lostBytes + uninstall.lostBytes),
+                install.leftBehind + again.leftBehind + uninstall.leftBehind);
+    EXPECT_EQ(install.lostBytes + again.lostBytes + uninstall.lostBytes, 0u);
+    EXPECT_EQ(install.leftBehind + again.leftBehind + uninstall.leftBehind, 0);
 }
 
 }  // namespace

@@ -88,19 +88,6 @@ TEST(Install, ReinstallAfterYesRewritesTargetsAndLeavesTheBackupFilesAlone)
     EXPECT_TRUE(scene.account.hasCs16Backup);
 }
 
-TEST(Install, TheSourceProfileUsesItsOwnFoldersAndFiles)
-{
-    InstallScene scene(testPayload, cssProfile);
-    EXPECT_EQ(scene.Install().result, Result::installed);
-    EXPECT_TRUE(scene.PayloadWritten());
-    EXPECT_EQ(scene.content, scene.accountFolder + "/counter-strike source/cstrike/");
-    EXPECT_EQ(ReadFile(scene.accountFolder + "/cssludax.bak"), header);
-    EXPECT_TRUE(Exists(scene.accountFolder + "/cssludax_1.bak"));
-    EXPECT_FALSE(Exists(scene.accountFolder + "/cs16ludax.bak"));
-    EXPECT_TRUE(scene.account.hasCssBackup);
-    EXPECT_FALSE(scene.account.hasCs16Backup);
-}
-
 TEST(Install, AFolderThatCannotBeMadeStopsWithBackupFilesThatUndoWhatWasDone)
 {
     InstallScene scene;
@@ -127,6 +114,13 @@ TEST(Install, AFolderThatCannotBeMadeStopsWithBackupFilesThatUndoWhatWasDone)
     EXPECT_EQ(Snapshot(c), before);
     EXPECT_FALSE(Exists(scene.archivePath));
     EXPECT_FALSE(Exists(scene.removalListPath));
+
+    // The game's own folder gone since the start: nothing is made in its place.
+    InstallScene gone;
+    RemovePath(gone.content.substr(0, gone.content.size() - 1));
+    RemovePath(gone.account.cs16Game);
+    EXPECT_EQ(gone.Install().result, Result::folderFailed);
+    EXPECT_FALSE(Exists(gone.account.cs16Game));
 }
 
 TEST(Install, ALaterInstallCoversWhatANewerSetOrThePlayerAddedAndUndoesNothingEarlier)

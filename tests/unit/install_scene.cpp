@@ -1,7 +1,6 @@
 #include "install_scene.h"
 
 #include "container.h"
-#include "packer.h"
 #include "steam_layouts.h"
 
 const std::vector<PayloadFile> testPayload = {
@@ -20,9 +19,10 @@ InstallScene::InstallScene(const std::vector<PayloadFile>& files, const GameProf
 void InstallScene::Repack(const std::vector<PayloadFile>& newFiles)
 {
     files = newFiles;
-    packed.clear();
+    std::string bytes;
     for (const PayloadFile& file : files)
-        AppendRecord(packed, file.name, file.data);
+        bytes += Record(file.name, file.data);
+    packed.assign(bytes.begin(), bytes.end());
     packed.push_back('\0');  // like the embedded ones: a zero byte that belongs to no record
     payload = {packed.size() - 1, packed.data()};
     profile.payload = &payload;
@@ -60,11 +60,4 @@ bool InstallScene::PayloadWritten() const
         if (BytesOf(content + file.name) != file.data)
             return false;
     return true;
-}
-
-std::string Record(const std::string& name, const std::string& data)
-{
-    std::vector<char> record;
-    AppendRecord(record, name, data);
-    return std::string(record.begin(), record.end());
 }

@@ -59,6 +59,3 @@ private:
     std::vector<char> packed;
     EmbeddedContainer payload{};
 };
-
-// A backup record or payload record: int32 length, name, int32 length, data.
-std::string Record(const std::string& name, const std::string& data);

@@ -59,6 +59,7 @@ TEST(UninstallKeepsTheBackupFiles, WhenARecordCannotBeWrittenUntilARetryCan)
         EXPECT_EQ(ReadFile(scene.content + "cfg/config.cfg"), "player's config") << c.what;
 
         c.unblock(scene);
+        WriteFile(scene.removalListPath + ".new", "a rewrite an uninstall did not finish");
         EXPECT_FALSE(scene.Uninstall().backupKept) << c.what;
         EXPECT_FALSE(scene.account.hasCs16Backup) << c.what;
         EXPECT_EQ(Snapshot(scene.accountFolder), before) << c.what;

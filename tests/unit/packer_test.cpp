@@ -12,7 +12,6 @@
 #include "container.h"
 #include "listing.h"
 #include "packer.h"
-#include "portable_name.h"
 #include "test_files.h"
 
 namespace {
@@ -98,22 +97,18 @@ TEST(Packer, RefusesManifestLinesThatAreNotPortableNames)
         std::string shown;   // how the message prints it
         std::string reason;  // what the message blames
     };
-    const std::string forbidden = "Windows forbids";
-    const std::string segment = "empty path segment";
-    const std::string dropped = "which Windows drops";
-    const std::string device = "device name";
+    // One name for each reason: which names break which rule is the name rule's own test.
     const Case cases[] = {
-        {"a<b.txt", "a<b.txt", forbidden}, {"a>b.txt", "a>b.txt", forbidden}, {"c:/x.cfg", "c:/x.cfg", forbidden},
-        {"say\"hi\".cfg", "say\"hi\".cfg", forbidden}, {"a|b", "a|b", forbidden}, {"what?.txt", "what?.txt", forbidden},
-        {"*.cfg", "*.cfg", forbidden},
-        {"tab\there.cfg", "tab\\x09here.cfg", "control character"}, {"cr\rlf.cfg", "cr\\x0Dlf.cfg", "control character"},
-        {std::string("nul\0.cfg", 8), "nul\\x00.cfg", "zero byte"}, {"caf\xE9.cfg", "caf\\xE9.cfg", "non-ASCII"},
-        {"cfg\\ludax.cfg", "cfg\\ludax.cfg", "'\\'"}, {"/abs.cfg", "/abs.cfg", "begins with '/'"},
-        {"cfg//ludax.cfg", "cfg//ludax.cfg", segment}, {"cfg/", "cfg/", "ends with '/'"},
-        {"cfg./a.cfg", "cfg./a.cfg", dropped}, {"cfg/a.cfg.", "cfg/a.cfg.", dropped}, {"cfg /a.cfg", "cfg /a.cfg", dropped},
-        {"a.cfg ", "a.cfg ", dropped}, {"../up.cfg", "../up.cfg", dropped}, {"cfg/./a.cfg", "cfg/./a.cfg", dropped},
-        {"con", "con", device}, {"maps/NUL.bsp", "maps/NUL.bsp", device}, {"Com1.txt", "Com1.txt", device},
-        {"lpt9", "lpt9", device},
+        {"what?.txt", "what?.txt", "Windows forbids"},
+        {"cr\rlf.cfg", "cr\\x0Dlf.cfg", "control character"},
+        {std::string("nul\0.cfg", 8), "nul\\x00.cfg", "zero byte"},
+        {"caf\xE9.cfg", "caf\\xE9.cfg", "non-ASCII"},
+        {"cfg\\ludax.cfg", "cfg\\ludax.cfg", "'\\'"},
+        {"/abs.cfg", "/abs.cfg", "begins with '/'"},
+        {"cfg//ludax.cfg", "cfg//ludax.cfg", "empty path segment"},
+        {"cfg/", "cfg/", "ends with '/'"},
+        {"cfg /a.cfg", "cfg /a.cfg", "which Windows drops"},
+        {"maps/NUL.bsp", "maps/NUL.bsp", "device name"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.shown);
@@ -121,14 +116,6 @@ TEST(Packer, RefusesManifestLinesThatAreNotPortableNames)
         Set set("good.cfg\n" + c.name + "\n", {"good.cfg"});
         ExpectRefused(PackSet(set.folder, set.manifest), {set.manifest + ":2:", c.shown, c.reason});
     }
-}
-
-TEST(Packer, AcceptsNamesThatOnlyLookUnusual)
-{
-    for (const char* name : {"config.cfg", "CONFIG.cfg", "conx.txt", "com10.txt", "lpt", "a.b.c", "..a",
-                             ".hidden", "with space/in the middle.txt", "(1)-[x]_{y}+z=~!@#$%^&',;.txt",
-                             "resource/background/ludax_logo_black_swap_part4x5.tga"})
-        EXPECT_EQ(PortableNameProblem(name), "") << name;
 }
 
 TEST(Packer, RefusesSetsThatDoNotMatchTheirManifest)

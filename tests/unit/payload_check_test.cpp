@@ -121,22 +121,21 @@ TEST(SetCheck, NamesDifferingOnlyInLetterCase)
 
 TEST(SetCheck, TextRecordsNeedCrLfAndNoZeroBytes)
 {
-    {
-        SCOPED_TRACE("LF");
-        Set set(Files{{"autobuy.txt", "m4a1\r\nak47\nvest\n"}});
-        ExpectOnly(CheckSet(set.folder, set.manifest), true, set.At("autobuy.txt", 2),
-                   {"lone LF (and 1 more)", "save the file with CR LF line ends"});
-    }
-    {
-        SCOPED_TRACE("CR");
-        Set set(Files{{"cfg/user.scr", "a\rb\r\n"}});
-        ExpectOnly(CheckSet(set.folder, set.manifest), true, set.At("cfg/user.scr", 1), {"lone CR", "CR LF"});
-    }
-    {
-        SCOPED_TRACE("zero byte");
-        Set set(Files{{"resource/UI/Buy.RES", std::string("a\r\nb\0\r\n", 7)}});
-        ExpectOnly(CheckSet(set.folder, set.manifest), true, set.At("resource/UI/Buy.RES", 2),
-                   {"zero byte", "not UTF-16"});
+    const struct {
+        std::string name, bytes;
+        int line;
+        std::vector<std::string> mentions;
+    } cases[] = {
+        {"autobuy.txt", "m4a1\r\nak47\nvest\n", 2, {"lone LF (and 1 more)", "save the file with CR LF line ends"}},
+        {"cfg/first.cfg", "\nbind w +forward\r\n", 1, {"lone LF", "CR LF"}},  // at the file's first byte
+        {"cfg/user.scr", "a\rb\r\n", 1, {"lone CR", "CR LF"}},
+        {"cfg/last.cfg", "a\r\nb\r", 2, {"lone CR", "CR LF"}},  // at the file's last byte
+        {"resource/UI/Buy.RES", std::string("a\r\nb\0\r\n", 7), 2, {"zero byte", "not UTF-16"}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        Set set(Files{{c.name, c.bytes}});
+        ExpectOnly(CheckSet(set.folder, set.manifest), true, set.At(c.name, c.line), c.mentions);
     }
     for (const char* kind : {".cfg", ".rc", ".txt", ".res", ".lst", ".scr", ".gam", ".htm"}) {
         SCOPED_TRACE(kind);

@@ -255,3 +255,14 @@ LockedFile::~LockedFile() = default;
 #endif
 
 void ResizeFile(const std::string& path, std::uint64_t size) { fs::resize_file(Native(path), size); }
+
+std::string Le32(std::uint32_t value)
+{
+    return {static_cast<char>(value), static_cast<char>(value >> 8), static_cast<char>(value >> 16),
+            static_cast<char>(value >> 24)};
+}
+
+std::string Record(const std::string& name, const std::string& data)
+{
+    return Le32(static_cast<std::uint32_t>(name.size())) + name + Le32(static_cast<std::uint32_t>(data.size())) + data;
+}

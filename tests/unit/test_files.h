@@ -33,6 +33,12 @@ std::map<std::string, std::string> Snapshot(const std::string& folder);
 // when no link could be made.
 bool MakeLink(const std::string& target, const std::string& link);
 
+// A 32-bit field lowest byte first, and a record of the payload and backup formats: the name's
+// length, the name, the data's length, the data. Typed here, so that no test takes its expected
+// bytes from the code under test.
+std::string Le32(std::uint32_t value);
+std::string Record(const std::string& name, const std::string& data);
+
 // Sets the file's size without writing its bytes (a sparse file where the file system allows).
 void ResizeFile(const std::string& path, std::uint64_t size);
 

@@ -30,7 +30,8 @@ TEST(WindowsNames, WhatWindowsReadsAsSomethingElseIsRefusedByTheBuildAndPassedOv
     // Close to those, but ordinary names: every one the build accepts, the uninstall accepts.
     for (const std::string& name : Names{"a.cfg", "cfg/ludax/binds.cfg", "..cfg", "a/.b/c", "console.cfg",
                                          "auxiliary.cfg", "com10.cfg", "lpt.cfg", "com", "nul_file", "a.con",
-                                         "cfg/prn2.cfg", "conin.cfg", "my config.cfg", "x.y.z", "a~1.cfg"}) {
+                                         "cfg/prn2.cfg", "conin.cfg", "my config.cfg", "x.y.z", "a~1.cfg", "CONFIG.cfg",
+                                         ".hidden", "(1)-[x]_{y}+z=~!@#$%^&',;.txt"}) {
         EXPECT_TRUE(IsWindowsName(name)) << name;
         EXPECT_EQ(PortableNameProblem(name), "") << name;
     }
