@@ -62,6 +62,10 @@ fuzz: deps
 mutants: windows
 	tests/mutants/run $(ONLY)
 
+# The tests' share of the C++ lines, folder by folder (tests/share).
+test-share:
+	tests/share
+
 # Install and uninstall timed against a plain copy, natively and under Wine (bench/RESULTS.md).
 bench: windows
 	bench/run
