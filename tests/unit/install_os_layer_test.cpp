@@ -2,8 +2,6 @@
 // anywhere but a plain file of exactly the path they checked.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "long_paths.h"
 #include "system.h"
 #include "test_files.h"
@@ -34,39 +32,6 @@ TEST(OsLayer, NeverOpensAFolderADeviceOrAPathItCannotTest)
     EXPECT_FALSE(sys::File::Create(root.Path() + "/caf\xE9.cfg").IsOpen());
     EXPECT_EQ(sys::LookUp(root.Path() + "/caf\xE9.cfg").kind, sys::EntryKind::none);
     EXPECT_EQ(Snapshot(root.Path()), (std::map<std::string, std::string>{{"plain.cfg", "plain"}}));
-}
-
-TEST(OsLayer, PathsOfAnyLengthAndInAnyScript)
-{
-    TempFolder root;
-    // Folders and a file far past Windows' 259 characters, with names in Hungarian and Russian.
-    std::string folder = root.Path() + "/Játékok";
-    for (int level = 0; level < 4; ++level)
-        folder += "/" + std::string(60, static_cast<char>('a' + level)) + "_Игры";
-    const std::string file = folder + "/config.cfg";
-    ASSERT_GT(file.size(), 300u);
-    for (std::size_t slash = file.find('/', root.Path().size() + 1); slash != std::string::npos;
-         slash = file.find('/', slash + 1))
-        EXPECT_TRUE(sys::MakeFolder(file.substr(0, slash))) << slash;
-    sys::File out = sys::File::Create(file);
-    ASSERT_TRUE(out.IsOpen());
-    EXPECT_TRUE(out.Write("bind", 4));
-    EXPECT_TRUE(out.Close());
-    EXPECT_EQ(sys::LookUp(file).kind, sys::EntryKind::file);
-    EXPECT_EQ(sys::LookUp(folder).kind, sys::EntryKind::folder);
-    sys::File in = sys::File::OpenForReading(file);
-    char bytes[4];
-    EXPECT_TRUE(in.Read(bytes, 4));
-    EXPECT_EQ(std::string(bytes, 4), "bind");
-    EXPECT_TRUE(in.Close());
-    std::vector<std::string> names;
-    for (const sys::ListedEntry& entry : sys::ListFolder(root.Path() + "/"))
-        names.push_back(entry.name);
-    EXPECT_NE(std::find(names.begin(), names.end(), "Játékok"), names.end());
-    EXPECT_TRUE(sys::MoveOver(file, folder + "/moved.cfg"));
-    EXPECT_TRUE(sys::RemoveFile(folder + "/moved.cfg"));
-    EXPECT_TRUE(sys::RemoveFolder(folder));
-    EXPECT_EQ(sys::LookUp(folder).kind, sys::EntryKind::none);
 }
 
 TEST(OsLayer, TheExtendedLengthFormResolvesWhatWindowsResolvesInAPlainPath)

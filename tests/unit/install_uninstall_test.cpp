@@ -41,34 +41,6 @@ TEST(Uninstall, PutsTheAccountFolderBackAsItWasBeforeTheFirstInstall)
     }
 }
 
-TEST(Uninstall, RoundTripsTheShippedPayloadsOfBothGames)
-{
-    InstallScene cs16(cs16Profile);
-    InstallScene css(cssProfile);
-    // Whatever the sets hold, each has a first and a last file of its own.
-    ASSERT_GE(cs16.files.size(), 2u);
-    ASSERT_GE(css.files.size(), 2u);
-
-    for (InstallScene* scene : {&cs16, &css}) {
-        // The player's own copies of the first and the last file of the set.
-        WriteFile(scene->content + scene->files.front().name, "player's first");
-        WriteFile(scene->content + scene->files.back().name, "player's last");
-        const Tree before = Snapshot(scene->accountFolder);
-        scene->Install();
-        EXPECT_TRUE(scene->PayloadWritten());
-        EXPECT_EQ(ReadFile(scene->archivePath),
-                  header + Record(scene->files.front().name, "player's first") +
-                      Record(scene->files.back().name, "player's last"));
-        std::string expectedFiles;
-        for (std::size_t i = 1; i + 1 < scene->files.size(); ++i)
-            expectedFiles += scene->content + scene->files[i].name + "\r\n";
-        const std::string list = ReadFile(scene->removalListPath);
-        EXPECT_EQ(list.substr(0, expectedFiles.size()), expectedFiles);
-        scene->Uninstall();
-        EXPECT_EQ(Snapshot(scene->accountFolder), before) << scene->profile.archiveName;
-    }
-}
-
 TEST(Uninstall, APlayersFileInACreatedFolderKeepsThatFolder)
 {
     InstallScene scene;
