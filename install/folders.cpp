@@ -19,15 +19,13 @@ bool Found(const std::string& path, KnownFolders* known)
 
 }  // namespace
 
-std::string CreateFolders(const std::string& path, std::vector<std::string>* created, KnownFolders* known)
+std::string CreateFolders(const std::string& path, KnownFolders* known)
 {
     for (std::size_t slash = path.find('/'); slash != std::string::npos;
          slash = path.find('/', slash + 1)) {
         std::string prefix = path.substr(0, slash);
         if (prefix.size() <= 3 || Found(prefix, known))
             continue;
-        if (created)
-            created->push_back(prefix);
         if (sys::MakeFolder(prefix)) {
             if (known)
                 (*known)[prefix] = false;
@@ -38,16 +36,4 @@ std::string CreateFolders(const std::string& path, std::vector<std::string>* cre
             return prefix;
     }
     return std::string();
-}
-
-void RemovePath(const std::string& path)
-{
-    const sys::Entry entry = sys::LookUp(path);
-    if (entry.link)
-        return;
-    // A folder that still holds something, or a file in use, stays: nothing to report.
-    if (entry.kind == sys::EntryKind::folder)
-        static_cast<void>(sys::RemoveFolder(path));
-    else if (entry.kind == sys::EntryKind::file)
-        static_cast<void>(sys::RemoveFile(path));
 }

@@ -142,7 +142,7 @@ bool RestoreArchive(const std::string& archivePath, const std::string& contentFo
         if (nameTooLong || !IsWindowsName(name) || Utf16Length(target) > sys::maxPathUnits)
             continue;
         const bool restored = WayTo(contentFolder, target, &known) == Way::clear &&
-                              CreateFolders(target, nullptr, &known).empty() && RestoreRecord(archive, target);
+                              CreateFolders(target, &known).empty() && RestoreRecord(archive, target);
         if (restored)
             log("restored", target);
         allRestored = allRestored && restored;

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "action_log.h"
-#include "folders.h"
 #include "install_scene.h"
 
 namespace {

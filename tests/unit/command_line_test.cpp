@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "command_line.h"
-#include "folders.h"
 #include "install_scene.h"
 #include "run_command.h"
 #include "steam_layouts.h"

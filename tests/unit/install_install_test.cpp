@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "folders.h"
 #include "install_scene.h"
 
 namespace {

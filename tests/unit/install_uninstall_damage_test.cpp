@@ -6,7 +6,6 @@
 #include <sys/stat.h>
 #endif
 
-#include "folders.h"
 #include "install_scene.h"
 #include "system.h"
 

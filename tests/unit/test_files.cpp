@@ -127,6 +127,12 @@ std::string ReadFile(const std::string& path)
 
 void MakeFolders(const std::string& path) { fs::create_directories(Native(path)); }
 
+void RemovePath(const std::string& path)
+{
+    std::error_code ignored;
+    fs::remove(Native(path), ignored);
+}
+
 bool Exists(const std::string& path)
 {
     std::error_code ignored;

@@ -23,6 +23,8 @@ private:
 void WriteFile(const std::string& path, const std::string& bytes);
 std::string ReadFile(const std::string& path);
 void MakeFolders(const std::string& path);
+// Deletes one file, one empty folder or one link (never what it points at); anything else stays.
+void RemovePath(const std::string& path);
 bool Exists(const std::string& path);
 
 // Every file and folder below `folder`: relative path -> file bytes, or "<folder>" for a folder.
