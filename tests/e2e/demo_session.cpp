@@ -4,9 +4,9 @@
 #include <string>
 
 #include "launched_process.h"
-#include "logo_reference.h"
 #include "ludax_window.h"
 #include "message_box_reader.h"
+#include "screen_capture.h"
 #include "text.h"
 #include "window_finder.h"
 

@@ -5,9 +5,9 @@
 
 #include <algorithm>
 
-#include "logo_reference.h"
 #include "ludax_window.h"
 #include "running_ludax.h"
+#include "screen_capture.h"
 #include "steam_folder.h"
 #include "window_finder.h"
 
