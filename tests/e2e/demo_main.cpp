@@ -11,7 +11,6 @@
 #include "message_box_reader.h"
 #include "private_desktop.h"
 #include "screen_capture.h"
-#include "text.h"
 #include "unmanaged_windows.h"
 #include "window_finder.h"
 
@@ -28,7 +27,7 @@ int main()
         return ClassOf(candidate) == L"Ludax" || ClassOf(candidate) == L"#32770";
     });
     if (!window || ClassOf(window) == L"#32770") {
-        std::cout << "failed: " << (window ? "message box: " + Narrow(ReadMessageBox(window).text) : "no window appeared")
+        std::cout << "failed: " << (window ? "message box: " + ReadMessageBox(window).text : "no window appeared")
                   << std::endl;
         return 1;
     }
