@@ -1,224 +1,167 @@
 // Ludax.exe as a LAN admin's script runs it: a command, its output redirected, the exit status
-// read, a log kept; every status from 1 to 8 reached by a real situation.
+// read, a log kept; every status from 0 to 8 reached by a real situation. (How each command
+// picks its place and which status each outcome gets: the unit tests' CommandLine cases.)
 
 #include <gtest/gtest.h>
 
-#include <windows.h>
-
-#include <algorithm>
-#include <filesystem>
 #include <regex>
 #include <sstream>
 
-#include "box_actions.h"
-#include "ludax_command.h"
-#include "ludax_window.h"
-#include "message_box_reader.h"
-#include "payload_files.h"
-#include "running_game.h"
-#include "running_ludax.h"
-#include "steam_folder.h"
+#include "ludax_session.h"
+#include "player_pc.h"
 #include "text.h"
-#include "window_finder.h"
 
 namespace {
 
-const std::string installed = "Counter Strike LUDAX config installed successfully!\r\n";
-const std::string uninstalled = "Counter Strike LUDAX config uninstalled!\r\n";
+struct CommandRun {
+    unsigned long status = 0xFFFFFFFF;  // the exit status; 0xFFFFFFFF when it did not end in time
+    std::string out;                    // standard output, as the program wrote it
+    std::string err;                    // standard error
+
+    bool operator==(const CommandRun& other) const
+    {
+        return status == other.status && out == other.out && err == other.err;
+    }
+};
+
+std::ostream& operator<<(std::ostream& out, const CommandRun& run)
+{
+    return out << "status " << run.status << ", out " << testing::PrintToString(run.out) << ", err "
+               << testing::PrintToString(run.err);
+}
+
+// Ludax.exe with `arguments` as a command line gives them (UTF-8, quoted where a value holds
+// spaces), its standard output and error redirected to files as a script's "> out 2> err" does,
+// waited for.
+CommandRun RunLudaxCommand(const std::string& arguments)
+{
+    TempFolder folder;
+    SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
+    auto inherited = [&](const std::wstring& name, DWORD access, DWORD disposition) {
+        return CreateFileW(name.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, &inheritable, disposition, 0, nullptr);
+    };
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdInput = inherited(L"NUL", GENERIC_READ, OPEN_EXISTING);
+    startup.hStdOutput = inherited(Widen(folder.Path() + "/out"), GENERIC_WRITE, CREATE_ALWAYS);
+    startup.hStdError = inherited(Widen(folder.Path() + "/err"), GENERIC_WRITE, CREATE_ALWAYS);
+    const std::wstring exe = LudaxExePath();
+    std::wstring commandLine = L"\"" + exe + L"\" " + Widen(arguments);
+    PROCESS_INFORMATION process{};
+    CommandRun run;
+    if (CreateProcessW(exe.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process)) {
+        DWORD status = 0;
+        if (WaitForSingleObject(process.hProcess, 30000) == WAIT_OBJECT_0 && GetExitCodeProcess(process.hProcess, &status))
+            run.status = status;
+        CloseHandle(process.hThread);
+        CloseHandle(process.hProcess);
+    }
+    for (HANDLE handle : {startup.hStdInput, startup.hStdOutput, startup.hStdError})
+        CloseHandle(handle);
+    run.out = ReadFile(folder.Path() + "/out");
+    run.err = ReadFile(folder.Path() + "/err");
+    return run;
+}
 
 std::string Quoted(const std::string& path) { return "\"" + path + "\""; }
 
-// The log's lines as "<action> <path>", each checked to start with a time stamp.
-std::vector<std::string> Actions(const std::string& log)
+// Whether the log holds the line "<time>\t<action>\t<path>", every line before it stamped with
+// its time in UTC.
+testing::AssertionResult Logged(const std::string& log, const std::string& actionAndPath)
 {
-    std::vector<std::string> actions;
     std::istringstream lines(log);
-    std::string line;
-    const std::regex shape(R"(^\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ\t([a-z ]+)\t(.+)\r$)");
-    while (std::getline(lines, line)) {
-        std::smatch parts;
-        EXPECT_TRUE(std::regex_match(line, parts, shape)) << line;
-        if (parts.size() == 3)
-            actions.push_back(parts[1].str() + " " + parts[2].str());
+    for (std::string line; std::getline(lines, line);) {
+        if (!std::regex_match(line, std::regex(R"(\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ\t[a-z ]+\t.+\r)")))
+            return testing::AssertionFailure() << "a line of another shape: " << line;
+        if (line.substr(21) == actionAndPath + "\r")
+            return testing::AssertionSuccess();
     }
-    return actions;
+    return testing::AssertionFailure() << "no line \"" << actionAndPath << "\" in the log:\n" << log;
 }
 
-bool Holds(const std::vector<std::string>& actions, const std::string& action)
-{
-    return std::find(actions.begin(), actions.end(), action) != actions.end();
-}
+}  // namespace
 
-TEST(CommandLine, UsageAndABadCommandLine)
+TEST(CommandLine, TheUsageABadCommandLineAndNoSteamAreStatus0To2)
 {
-    CommandRun usage = RunLudaxCommand("/?");
+    const CommandRun usage = RunLudaxCommand("/?");
     EXPECT_EQ(usage.status, 0u);
     EXPECT_EQ(usage.out.rfind("Ludax config. installs the LUDAX tournament's configuration", 0), 0u) << usage.out;
     EXPECT_NE(usage.out.find("  Ludax.exe /install cs16|css [/place N] [/yes] [/log FILE]\r\n"), std::string::npos);
     EXPECT_EQ(usage.err, "");
-    for (const char* bad : {"/S", "/install cs17", "-INSTALL", "/list /place 1", "/uninstall css /yes", "/place 0"}) {
-        CommandRun refused = RunLudaxCommand(bad);
-        EXPECT_EQ(refused.status, 1u) << bad;
-        EXPECT_NE(refused.err.find("Ludax.exe /uninstall cs16|css [/place N] [/log FILE]"), std::string::npos) << bad;
-        EXPECT_EQ(refused.out, "") << bad;
-    }
-    EXPECT_EQ(RunLudaxCommand("/S").err.rfind("not a command or option of this program: /S\r\n", 0), 0u);
-    EXPECT_EQ(RunLudaxCommand("-install CS16 -YES -place x").err.rfind("/place takes one number, 1 or more: x\r\n", 0), 0u);
-}
-
-TEST(CommandLine, WithoutSteamItSaysSoWithStatus2)
-{
-    RemoveSteamKey();
-    CommandRun run = RunLudaxCommand("/list");
-    EXPECT_EQ(run.status, 2u);
-    EXPECT_EQ(run.err, "Steam was not found: the registry holds no SteamPath under "
-                       "HKEY_CURRENT_USER\\Software\\Valve\\Steam.\r\n");
-    CreateSteamKeyWithoutPath();
-    EXPECT_EQ(RunLudaxCommand("/install cs16").status, 2u);
-}
-
-TEST(CommandLine, ListsThePlacesInTheChoosersOrderWithEachGamesState)
-{
-    SteamFolder steam;
-    steam.AddAccount("alice", cs16Game | cssGame | cssBackup);
-    steam.AddAccount("bob", cs16Backup);
-    steam.Register();
-    const CommandRun run = RunLudaxCommand("/LIST");
-    EXPECT_EQ(run.status, 0u);
-    // The folder listing's order decides which account comes first.
-    const std::string alice = "\talice\tcs16=present\tcss=installed\r\n";
-    const std::string bob = "\tbob\tcs16=installed\tcss=absent\r\n";
-    EXPECT_TRUE(run.out == "1" + alice + "2" + bob || run.out == "1" + bob + "2" + alice) << run.out;
-    EXPECT_EQ(run.err, "");
-}
-
-TEST(CommandLine, InstallReinstallAndUninstallWithALog)
-{
-    SteamFolder steam;
-    steam.AddAccount("player", cs16Game);
-    const std::string account = steam.Account("player");
-    const std::string content = account + "/counter-strike/cstrike/";
-    const auto before = Snapshot(account);
-    steam.Register();
+    // What is wrong, then the usage, on standard error.
+    const CommandRun bad = RunLudaxCommand("-install CS16 -YES -place x");
+    EXPECT_EQ(bad.status, 1u);
+    EXPECT_EQ(bad.err.rfind("/place takes one number, 1 or more: x\r\n\r\nLudax config. installs the LUDAX", 0), 0u) << bad;
+    EXPECT_EQ(bad.out, "");
     TempFolder logs;
-    const std::string log = logs.Path() + "/ludax log.txt";
-
-    CommandRun run = RunLudaxCommand("/install cs16 /log " + Quoted(log));
-    EXPECT_EQ(run.status, 0u) << run.err;
-    EXPECT_EQ(run.out, installed);
-    EXPECT_EQ(ReadFile(content + "config.cfg"), PayloadBytes("cs16", "config.cfg"));
-    std::vector<std::string> actions = Actions(ReadFile(log));
-    EXPECT_TRUE(Holds(actions, "backed up " + content + "config.cfg"));
-    EXPECT_TRUE(Holds(actions, "wrote " + content + "config.cfg"));
-    EXPECT_TRUE(Holds(actions, "made folder " + content + "resource"));
-    const auto count = [&](const std::string& action) {
-        return std::count_if(actions.begin(), actions.end(),
-                             [&](const std::string& line) { return line.rfind(action + " ", 0) == 0; });
-    };
-    EXPECT_EQ(count("backed up"), 1);  // the player's config.cfg, the one target there before
-    EXPECT_EQ(static_cast<std::size_t>(count("wrote")), ManifestNames("cs16").size());
-    const std::string archive = ReadFile(account + "/cs16ludax.bak");
-
-    run = RunLudaxCommand("/install cs16");
-    EXPECT_EQ(run.status, 4u);
-    EXPECT_EQ(run.err, "The configuration of Counter-Strike 1.6 is installed already in place 1 (player): add /yes "
-                       "to install it again.\r\n");
-    run = RunLudaxCommand("/install cs16 /yes /place 1");
-    EXPECT_EQ(run.status, 0u) << run.err;
-    EXPECT_EQ(ReadFile(account + "/cs16ludax.bak"), archive);
-
-    run = RunLudaxCommand("-uninstall cs16 -log " + Quoted(log));
-    EXPECT_EQ(run.status, 0u) << run.err;
-    EXPECT_EQ(run.out, uninstalled);
-    actions = Actions(ReadFile(log));
-    EXPECT_TRUE(Holds(actions, "restored " + content + "config.cfg"));
-    EXPECT_TRUE(Holds(actions, "removed " + content + "resource"));
-    EXPECT_EQ(Snapshot(account), before);
+    const std::string noLog = logs.Path() + "/no such folder/ludax.log";
+    EXPECT_EQ(RunLudaxCommand("/uninstall cs16 /log " + Quoted(noLog)),
+              (CommandRun{1, "", "The log " + noLog + " cannot be written: name a file in a folder that exists.\r\n"}));
+    SteamFolder::RemoveKey();
+    EXPECT_EQ(RunLudaxCommand("/list"),
+              (CommandRun{2, "",
+                          "Steam was not found: the registry holds no SteamPath under "
+                          "HKEY_CURRENT_USER\\Software\\Valve\\Steam.\r\n"}));
 }
 
-TEST(CommandLine, TheWindowKeepsALogToo)
+TEST(CommandLine, AScriptListsInstallsAndUninstallsMeetingEveryOtherStatusOnTheWay)
 {
     SteamFolder steam;
     steam.AddAccount("player", cs16Game);
     const std::string content = steam.Account("player") + "/counter-strike/cstrike/";
+    const auto before = Snapshot(steam.Path());
     steam.Register();
     TempFolder logs;
-    const std::string log = logs.Path() + "/window.log";
-    RunningLudax ludax("/log " + Quoted(log));
-    ASSERT_NE(ludax.window, nullptr) << ludax.failure;
-    PostButtonClick(FindControls(ludax.window).cs16Install);
-    HWND box = WaitForMessageBox(ludax.process);
-    ASSERT_NE(box, nullptr);
-    ASSERT_TRUE(PressButton(box, IDOK));
-    CloseThroughCloseCorner(ludax);
-    const std::vector<std::string> actions = Actions(ReadFile(log));
-    EXPECT_TRUE(Holds(actions, "backed up " + content + "config.cfg"));
-    EXPECT_TRUE(Holds(actions, "wrote " + content + "ludax.cfg"));
-}
+    const std::string log = logs.Path() + "/ludax log.txt", windowLog = logs.Path() + "/window.log";
 
-TEST(CommandLine, NoSuchPlaceTheGameNowhereOrTwoPlacesAreStatus3AndNotInstalled4)
-{
-    SteamFolder steam;
-    steam.AddAccount("one", cs16Game);
-    steam.Register();
-    CommandRun run = RunLudaxCommand("/install css");
-    EXPECT_EQ(run.status, 3u);
-    EXPECT_EQ(run.err, "Counter-Strike: Source is in no place Steam holds.\r\n");
-    run = RunLudaxCommand("/install cs16 /place 2");
-    EXPECT_EQ(run.status, 3u);
-    EXPECT_EQ(run.err, "There is no place 2: Steam holds 1 places with the games (Ludax.exe /list shows them).\r\n");
-    run = RunLudaxCommand("/uninstall cs16");
-    EXPECT_EQ(run.status, 4u);
-    EXPECT_EQ(run.err, "The configuration of Counter-Strike 1.6 is installed nowhere.\r\n");
-    steam.AddAccount("two", cs16Game);
-    run = RunLudaxCommand("/install cs16");
-    EXPECT_EQ(run.status, 3u);
-    EXPECT_EQ(run.err.rfind("Counter-Strike 1.6 is in more than one place; name one with /place N:\r\n", 0), 0u);
-    EXPECT_NE(run.err.find("\tone\r\n"), std::string::npos);
-    EXPECT_NE(run.err.find("\ttwo\r\n"), std::string::npos);
-    EXPECT_FALSE(Exists(steam.Account("one") + "/cs16ludax.bak"));
-}
-
-TEST(CommandLine, TheGameRunningIs5AnInstallThatStopsIs6AnUninstallThatKeepsIs7AnotherCopyIs8)
-{
-    SteamFolder steam;
-    steam.AddAccount("player", cs16Game);
-    const std::string content = steam.Account("player") + "/counter-strike/cstrike/";
-    steam.Register();
+    EXPECT_EQ(RunLudaxCommand("/LIST"), (CommandRun{0, "1\tplayer\tcs16=present\tcss=absent\r\n", ""}));
+    EXPECT_EQ(RunLudaxCommand("/install css"), (CommandRun{3, "", "Counter-Strike: Source is in no place Steam holds.\r\n"}));
+    EXPECT_EQ(RunLudaxCommand("/uninstall cs16"),
+              (CommandRun{4, "", "The configuration of Counter-Strike 1.6 is installed nowhere.\r\n"}));
     {
         RunningGame game("hl.exe");
         ASSERT_TRUE(game.Running());
-        CommandRun run = RunLudaxCommand("/install cs16");
-        EXPECT_EQ(run.status, 5u);
-        EXPECT_EQ(run.err, "Counter-Strike 1.6 is running: close the game, then start the command again.\r\n");
+        EXPECT_EQ(RunLudaxCommand("/install cs16"),
+                  (CommandRun{5, "", "Counter-Strike 1.6 is running: close the game, then start the command again.\r\n"}));
     }
     {
         LockedFile held(content + "config.cfg");
         ASSERT_TRUE(held.Locked());
-        CommandRun run = RunLudaxCommand("/install cs16");
-        EXPECT_EQ(run.status, 6u);
-        EXPECT_EQ(run.err, "Could not back up the file\r\n" + content + "config.cfg\r\nNothing more was changed.\r\n");
+        EXPECT_EQ(RunLudaxCommand("/install cs16"),
+                  (CommandRun{6, "", "Could not back up the file\r\n" + content + "config.cfg\r\nNothing more was changed.\r\n"}));
     }
-    ASSERT_EQ(RunLudaxCommand("/install cs16 /yes").status, 0u);
+    EXPECT_EQ(RunLudaxCommand("/install cs16"),
+              (CommandRun{4, "",
+                          "The configuration of Counter-Strike 1.6 is installed already in place 1 (player): add /yes "
+                          "to install it again.\r\n"}));
+    EXPECT_EQ(RunLudaxCommand("-install CS16 -yes -place 1 -log " + Quoted(log)),
+              (CommandRun{0, "Counter Strike LUDAX config installed successfully!\r\n", ""}));
+    EXPECT_EQ(ReadFile(content + "config.cfg"), PayloadBytes("cs16", "config.cfg"));
+    const std::string logged = ReadFile(log);
+    EXPECT_TRUE(Logged(logged, "backed up\t" + content + "config.cfg"));
+    EXPECT_TRUE(Logged(logged, "wrote\t" + content + "config.cfg"));
+    EXPECT_TRUE(Logged(logged, "made folder\t" + content + "resource"));
     {
         LockedFile held(content + "ludax.cfg");
         ASSERT_TRUE(held.Locked());
-        CommandRun run = RunLudaxCommand("/uninstall cs16");
-        EXPECT_EQ(run.status, 7u);
-        EXPECT_EQ(run.err, uninstalled +
-                               "Some files could not be put back or removed, so the backup was kept. Close the "
-                               "programs that use the game's files, free some disk space, then uninstall again.\r\n");
+        EXPECT_EQ(RunLudaxCommand("/uninstall cs16 /place 1"),
+                  (CommandRun{7, "",
+                              "Counter Strike LUDAX config uninstalled!\r\nSome files could not be put back or removed, "
+                              "so the backup was kept. Close the programs that use the game's files, free some disk "
+                              "space, then uninstall again.\r\n"}));
     }
     {
-        RunningLudax window;
+        // The window, with a log of its own, is the one copy running: a command must wait.
+        LudaxSession window("/log " + Quoted(windowLog));
         ASSERT_NE(window.window, nullptr) << window.failure;
-        CommandRun run = RunLudaxCommand("/uninstall cs16");
-        EXPECT_EQ(run.status, 8u);
-        EXPECT_EQ(run.err, "Another copy of Ludax config. is running (its window, or another command): wait until it "
-                           "ends, then start this one again.\r\n");
+        EXPECT_EQ(RunLudaxCommand("/uninstall cs16"),
+                  (CommandRun{8, "",
+                              "Another copy of Ludax config. is running (its window, or another command): wait until "
+                              "it ends, then start this one again.\r\n"}));
+        EXPECT_EQ(window.Click(cs16Uninstall).text, cs16.uninstalled);
+        window.Close();
     }
-    EXPECT_EQ(RunLudaxCommand("/uninstall cs16").status, 0u);
-    EXPECT_FALSE(Exists(content + "ludax.cfg"));
+    EXPECT_TRUE(Logged(ReadFile(windowLog), "removed\t" + content + "ludax.cfg"));
+    EXPECT_EQ(Snapshot(steam.Path()), before);
 }
-
-}  // namespace

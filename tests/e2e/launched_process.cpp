@@ -48,17 +48,12 @@ std::optional<DWORD> LaunchedProcess::WaitForExit(DWORD timeoutMs)
 std::wstring LudaxExePath()
 {
     std::vector<wchar_t> buffer(32768);
-    DWORD length = GetModuleFileNameW(nullptr, buffer.data(), static_cast<DWORD>(buffer.size()));
-    std::wstring folder(buffer.data(), length);
-    // This program lives in <build>/tests/e2e/; the product in <build>/.
-    for (int up = 0; up < 4; ++up) {
-        std::size_t slash = folder.find_last_of(L"\\/");
-        if (slash == std::wstring::npos)
-            break;
+    std::wstring folder(buffer.data(), GetModuleFileNameW(nullptr, buffer.data(), static_cast<DWORD>(buffer.size())));
+    // This program lives below the build tree (in tests/e2e/); the product at its top.
+    for (std::size_t slash; (slash = folder.find_last_of(L"\\/")) != std::wstring::npos;) {
         folder.resize(slash);
-        std::wstring candidate = folder + L"\\Ludax.exe";
-        if (GetFileAttributesW(candidate.c_str()) != INVALID_FILE_ATTRIBUTES)
-            return candidate;
+        if (GetFileAttributesW((folder + L"\\Ludax.exe").c_str()) != INVALID_FILE_ATTRIBUTES)
+            return folder + L"\\Ludax.exe";
     }
     return L"";
 }

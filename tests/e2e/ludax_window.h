@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-#include <ostream>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -14,29 +14,22 @@ std::vector<HWND> ChildrenTopToBottom(HWND window);
 // A child's rectangle in its parent's client coordinates.
 RECT RectInParent(HWND child);
 
+// The four buttons, top to bottom.
+enum Button { cs16Install, cs16Uninstall, cssInstall, cssUninstall };
+using EnabledButtons = std::array<bool, 4>;
+
 struct LudaxControls {
     HWND chooser = nullptr;
-    HWND cs16Install = nullptr;
-    HWND cs16Uninstall = nullptr;
-    HWND cssInstall = nullptr;
-    HWND cssUninstall = nullptr;
+    std::array<HWND, 4> buttons{};  // by Button; nullptr for one not found
 };
 
-// Finds the chooser by class and the buttons by their labels (nullptr for a missing one).
+// Finds the chooser by its class and the buttons by their labels.
 LudaxControls FindControls(HWND window);
-
-struct EnabledButtons {
-    bool cs16Install, cs16Uninstall, cssInstall, cssUninstall;
-    bool operator==(const EnabledButtons& other) const;
-};
-std::ostream& operator<<(std::ostream& out, const EnabledButtons& buttons);
 EnabledButtons EnabledButtonsOf(const LudaxControls& controls);
 
-std::vector<std::wstring> ChooserEntries(HWND chooser);
+// The chooser's entries as UTF-8, and which one is chosen.
+std::vector<std::string> ChooserEntries(HWND chooser);
 int ChooserSelection(HWND chooser);
-// What the closed chooser shows (asked of the control itself: another process's GetWindowText
-// does not reach a combo box's edit text).
-std::wstring ChooserText(HWND chooser);
 
 // Picks entry `index` as a person's choice does: the selection moves and the parent hears
 // CBN_SELCHANGE.
@@ -44,9 +37,6 @@ void ChooseEntry(HWND chooser, int index);
 
 // A left click at client point (x, y) of the window, posted as the mouse produces it.
 void ClickClient(HWND window, int x, int y);
-
-// Clicks a button without waiting for what it starts (message boxes block the program).
-void PostButtonClick(HWND button);
 
 // The control that has the keyboard focus in the window's thread (nullptr: none).
 HWND FocusOf(HWND window);

@@ -6,30 +6,18 @@
 
 #include <iostream>
 
+#include "player_pc.h"
 #include "private_desktop.h"
-#include "steam_folder.h"
 #include "unmanaged_windows.h"
 #include "window_finder.h"
 
-namespace {
-
-// A copy of this program under another name (a game's "hl.exe") stands for that game running.
-bool StandsForAGame()
-{
-    wchar_t path[MAX_PATH] = {};
-    const std::wstring self(path, GetModuleFileNameW(nullptr, path, MAX_PATH));
-    const std::wstring name = self.substr(self.find_last_of(L"\\/") + 1);
-    return lstrcmpiW(name.c_str(), L"ludax_e2e_tests.exe") != 0;
-}
-
-}  // namespace
-
 int main(int argc, char** argv)
 {
-    if (StandsForAGame()) {
+    // A copy of this program under another name (a game's "hl.exe") stands for that game running.
+    wchar_t self[MAX_PATH] = {};
+    const std::wstring path(self, GetModuleFileNameW(nullptr, self, MAX_PATH));
+    if (lstrcmpiW(path.substr(path.find_last_of(L"\\/") + 1).c_str(), L"ludax_e2e_tests.exe") != 0)
         Sleep(INFINITE);
-        return 0;
-    }
     if (!EnterPrivateDesktop()) {
         std::cerr << "cannot create the tests' desktop" << std::endl;
         return 1;
@@ -39,6 +27,6 @@ int main(int argc, char** argv)
     testing::InitGoogleTest(&argc, argv);
     int status = RUN_ALL_TESTS();
     // The tests point Steam at their own folders; leave no such value behind.
-    RemoveSteamKey();
+    SteamFolder::RemoveKey();
     return status;
 }

@@ -7,24 +7,27 @@
 #include <string>
 #include <vector>
 
-#include "launched_process.h"
+#include "window_finder.h"
 
 enum class BoxIcon { none, error, question, warning, information, unrecognised };
-std::ostream& operator<<(std::ostream& out, BoxIcon icon);
 
-struct MessageBoxContent {
-    std::wstring caption;
-    std::wstring text;
-    HWND owner = nullptr;
+// What a message box shows, as a person reads it.
+struct Box {
+    std::string caption;       // UTF-8
+    std::string text;          // UTF-8
     std::vector<int> buttons;  // control ids of the visible buttons (IDOK, IDYES, ...), ascending
     BoxIcon icon = BoxIcon::unrecognised;
+    HWND owner = nullptr;
+
+    bool operator==(const Box& other) const;
 };
+std::ostream& operator<<(std::ostream& out, const Box& box);
 
-HWND WaitForMessageBox(const LaunchedProcess& process, DWORD timeoutMs = 10000);
+HWND WaitForMessageBox(const LaunchedProcess& process, DWORD timeoutMs = defaultTimeoutMs);
 
-// Caption, message text, owner, buttons and which system icon it shows (recognised by its
-// pixels on the screen, compared with the system's own icons).
-MessageBoxContent ReadMessageBox(HWND box);
+// Which system icon the box shows is recognised by its pixels on the screen, compared with the
+// system's own icons.
+Box ReadMessageBox(HWND box);
 
 // Presses the box's button `id` as a click does (posted, so a box that closes and a process
 // that ends at once cannot block the caller). False when the box has no such button.

@@ -1,18 +1,13 @@
 // What Windows shows of the .exe besides its window: the version information (Explorer's
-// Properties, Details), the icon at the sizes the shell asks for, and the manifest's effect,
-// the controls of Common Controls 6.
+// Properties, Details) and the icon at the sizes the shell asks for. (The manifest's effect,
+// the controls of Common Controls 6, is seen in the window: main_window_test.cpp.)
 
 #include <gtest/gtest.h>
 
 #include <windows.h>
 
-#include <commctrl.h>
-
 #include "launched_process.h"
-#include "ludax_window.h"
-#include "running_ludax.h"
 #include "screen_capture.h"
-#include "steam_folder.h"
 
 namespace {
 
@@ -36,12 +31,6 @@ struct IconGroupEntry {
     WORD id;
 };
 #pragma pack(pop)
-
-BOOL CALLBACK FirstName(HMODULE, LPCWSTR, LPWSTR name, LONG_PTR found)
-{
-    *reinterpret_cast<LPCWSTR*>(found) = IS_INTRESOURCE(name) ? name : nullptr;
-    return FALSE;
-}
 
 }  // namespace
 
@@ -73,11 +62,15 @@ TEST(Resources, IconAt16_32_48And256PixelsShowsTheOrangeWordmarkOnBlack)
     ASSERT_NE(exe, nullptr);
     // The shell shows the first icon group.
     LPCWSTR group = nullptr;
-    EnumResourceNamesW(exe, groupIcon, FirstName, reinterpret_cast<LONG_PTR>(&group));
+    EnumResourceNamesW(
+        exe, groupIcon,
+        [](HMODULE, LPCWSTR, LPWSTR name, LONG_PTR first) {
+            *reinterpret_cast<LPCWSTR*>(first) = IS_INTRESOURCE(name) ? name : nullptr;
+            return FALSE;
+        },
+        reinterpret_cast<LONG_PTR>(&group));
     ASSERT_NE(group, nullptr) << "Ludax.exe has no icon";
-    HRSRC found = FindResourceW(exe, group, groupIcon);
-    ASSERT_NE(found, nullptr);
-    const BYTE* data = static_cast<const BYTE*>(LockResource(LoadResource(exe, found)));
+    const auto* data = static_cast<const BYTE*>(LockResource(LoadResource(exe, FindResourceW(exe, group, groupIcon))));
     ASSERT_NE(data, nullptr);
     WORD count = *reinterpret_cast<const WORD*>(data + 4);
     const auto* entries = reinterpret_cast<const IconGroupEntry*>(data + 6);
@@ -101,23 +94,8 @@ TEST(Resources, IconAt16_32_48And256PixelsShowsTheOrangeWordmarkOnBlack)
         EXPECT_EQ(shown.At(size - 1, size - 1), RGB(0, 0, 0));
         int orange = 0;
         for (COLORREF colour : shown.colours)
-            if (GetRValue(colour) > 200 && GetGValue(colour) > 60 && GetGValue(colour) < 220 && GetBValue(colour) < 80)
-                ++orange;
+            orange += GetRValue(colour) > 200 && GetGValue(colour) > 60 && GetGValue(colour) < 220 && GetBValue(colour) < 80;
         EXPECT_GE(orange, size * size / 40) << "hardly any orange: " << orange << " pixels";
     }
     FreeLibrary(exe);
-}
-
-TEST(Resources, ManifestBringsTheControlsOfCommonControls6)
-{
-    SteamFolder steam;
-    steam.AddAccount("ludaxplayer", cs16Game);
-    steam.Register();
-    RunningLudax ludax;
-    ASSERT_NE(ludax.window, nullptr) << ludax.failure;
-    LudaxControls controls = FindControls(ludax.window);
-    ASSERT_NE(controls.chooser, nullptr);
-    // Only the version 6 combo box knows CB_GETMINVISIBLE (30 entries unless set otherwise);
-    // the old one answers 0.
-    EXPECT_EQ(SendMessageW(controls.chooser, CB_GETMINVISIBLE, 0, 0), 30);
 }

@@ -1,23 +1,6 @@
 #include "window_finder.h"
 
-namespace {
-
-struct Search {
-    DWORD processId;
-    std::vector<HWND> found;
-};
-
-BOOL CALLBACK CollectVisible(HWND window, LPARAM context)
-{
-    auto* search = reinterpret_cast<Search*>(context);
-    DWORD owner = 0;
-    GetWindowThreadProcessId(window, &owner);
-    if (owner == search->processId && IsWindowVisible(window))
-        search->found.push_back(window);
-    return TRUE;
-}
-
-}  // namespace
+#include "text.h"
 
 std::wstring ClassOf(HWND window)
 {
@@ -26,20 +9,31 @@ std::wstring ClassOf(HWND window)
     return std::wstring(name, length > 0 ? length : 0);
 }
 
-std::wstring TextOf(HWND window)
+std::string TextOf(HWND window)
 {
     int length = GetWindowTextLengthW(window);
     std::wstring text(length + 1, L'\0');
     length = GetWindowTextW(window, text.data(), length + 1);
     text.resize(length > 0 ? length : 0);
-    return text;
+    return Utf8(text);
 }
 
 std::vector<HWND> VisibleWindowsOf(DWORD processId)
 {
-    Search search{processId, {}};
-    EnumWindows(CollectVisible, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    std::vector<HWND> all, found;
+    EnumWindows(
+        [](HWND window, LPARAM list) {
+            reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&all));
+    for (HWND window : all) {
+        DWORD owner = 0;
+        GetWindowThreadProcessId(window, &owner);
+        if (owner == processId && IsWindowVisible(window))
+            found.push_back(window);
+    }
+    return found;
 }
 
 bool WaitUntil(const std::function<bool()>& condition, DWORD timeoutMs)
@@ -70,13 +64,6 @@ HWND WaitForWindow(const LaunchedProcess& process, const std::function<bool(HWND
         },
         timeoutMs);
     return result;
-}
-
-HWND WaitForWindowOfClass(const LaunchedProcess& process, const std::wstring& className,
-                          DWORD timeoutMs)
-{
-    return WaitForWindow(process, [&](HWND window) { return ClassOf(window) == className; },
-                         timeoutMs);
 }
 
 void WarmUpWine()

@@ -12,7 +12,8 @@
 constexpr DWORD defaultTimeoutMs = 10000;
 
 std::wstring ClassOf(HWND window);
-std::wstring TextOf(HWND window);
+// The window's text as UTF-8.
+std::string TextOf(HWND window);
 
 // The process's visible top-level windows, topmost first.
 std::vector<HWND> VisibleWindowsOf(DWORD processId);
@@ -21,8 +22,6 @@ std::vector<HWND> VisibleWindowsOf(DWORD processId);
 // timeout, or at once when the process has ended.
 HWND WaitForWindow(const LaunchedProcess& process, const std::function<bool(HWND)>& accept,
                    DWORD timeoutMs = defaultTimeoutMs);
-HWND WaitForWindowOfClass(const LaunchedProcess& process, const std::wstring& className,
-                          DWORD timeoutMs = defaultTimeoutMs);
 
 // Polls `condition` every few milliseconds; true as soon as it holds, false after the timeout.
 bool WaitUntil(const std::function<bool()>& condition, DWORD timeoutMs = defaultTimeoutMs);
