@@ -121,18 +121,6 @@ TEST(LittleEndian, FieldsAreLowestByteFirstAndReadsStayInsideTheBuffer)
         EXPECT_EQ(value, 7u);
     }
 
-    // The same reader at the other widths of a Windows program's headers.
-    std::uint16_t narrow = 7;
-    EXPECT_TRUE(ReadLittleEndian(bytes.data(), bytes.size(), 3, narrow));
-    EXPECT_EQ(narrow, 0xFE12u);
-    EXPECT_FALSE(ReadLittleEndian(bytes.data(), bytes.size(), 7, narrow));
-    EXPECT_EQ(narrow, 0xFE12u);
-    std::uint64_t wide = 7;
-    EXPECT_TRUE(ReadLittleEndian(bytes.data(), bytes.size(), 0, wide));
-    EXPECT_EQ(wide, 0xFFFFFFFE12345678u);
-    for (std::size_t position : {std::size_t{1}, std::size_t{8}, std::size_t(-1)})
-        EXPECT_FALSE(ReadLittleEndian(bytes.data(), bytes.size(), position, wide)) << position;
-    EXPECT_EQ(wide, 0xFFFFFFFE12345678u);
 }
 
 TEST(Manifest, LinesEndInLfOrCrLfAndEmptyLinesArePassedOver)

@@ -224,27 +224,16 @@ TEST(Discovery, LibraryListsAreReadFromSteamappsThenConfigEachLibraryOnce)
 TEST(Discovery, ButtonsFollowGameFoldersAndBackups)
 {
     std::vector<SteamAccount> accounts(2);
-    accounts[0].hasCs16 = true;
-    accounts[0].hasCssBackup = true;
-    accounts[1].hasCss = true;
-    accounts[1].hasCs16Backup = true;
-
-    ButtonStates first = SelectAccount(accounts, 0);
-    EXPECT_TRUE(first.cs16Install);
-    EXPECT_FALSE(first.cs16Uninstall);
-    EXPECT_FALSE(first.cssInstall);
-    EXPECT_TRUE(first.cssUninstall);
-
-    ButtonStates second = SelectAccount(accounts, 1);
-    EXPECT_FALSE(second.cs16Install);
-    EXPECT_TRUE(second.cs16Uninstall);
-    EXPECT_TRUE(second.cssInstall);
-    EXPECT_FALSE(second.cssUninstall);
-
-    for (int outside : {-1, 2}) {
-        ButtonStates none = SelectAccount(accounts, outside);
-        EXPECT_FALSE(none.cs16Install || none.cs16Uninstall || none.cssInstall || none.cssUninstall);
-    }
+    accounts[0].hasCs16 = accounts[0].hasCssBackup = true;
+    accounts[1].hasCss = accounts[1].hasCs16Backup = true;
+    const auto states = [&](int selected) {
+        const ButtonStates b = SelectAccount(accounts, selected);
+        return std::vector<bool>{b.cs16Install, b.cs16Uninstall, b.cssInstall, b.cssUninstall};
+    };
+    EXPECT_EQ(states(0), (std::vector<bool>{true, false, false, true}));
+    EXPECT_EQ(states(1), (std::vector<bool>{false, true, true, false}));
+    EXPECT_EQ(states(-1), std::vector<bool>(4, false));
+    EXPECT_EQ(states(2), std::vector<bool>(4, false));
 }
 
 }  // namespace

@@ -116,14 +116,13 @@ TEST(UninstallPassesOver, RecordNamesWindowsWouldReadAsSomethingElse)
     InstallScene scene;
     std::string archive = header;
     for (const std::string& name :
-         {std::string("a\0b.cfg", 7), std::string("cfg/..\0", 7), std::string("COM1"),
-          std::string("aux.txt"), std::string("cfg/nul.cfg"), std::string("cfg/x."),
-          std::string("x "), std::string("a*b"), std::string("q?.cfg"), std::string("t\tab")})
+         {std::string("a\0b.cfg", 7), std::string("cfg/..\0", 7), std::string("COM1"), std::string("cfg/x.")})
         archive += Record(name, "bytes for " + name);
     archive += Record("ok.cfg", "restored");
     WriteFile(scene.archivePath, archive);
 
-    // Passed over in silence: they do not hold the archive back.
+    // Passed over in silence (which names, the name rule's own test says): they do not hold the
+    // archive back.
     EXPECT_FALSE(scene.Uninstall().backupKept);
     EXPECT_EQ(Snapshot(scene.content), (Tree{{"ok.cfg", "restored"}}));
     EXPECT_FALSE(Exists(scene.archivePath));

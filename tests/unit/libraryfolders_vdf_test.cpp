@@ -29,6 +29,7 @@ TEST(LibraryFolders, BothShapesSteamHasWritten)
         "\t\t\"label\"\t\t\"games\"\r\n"
         "\t\t\"apps\"\r\n\t\t{\r\n\t\t}\r\n"
         "\t\t\"path\"\t\t\"D:\\\\Steam \\\"Library\\\"\"\r\n"
+        "\t\t\"path\"\t\t\"D:\\\\a second path key\"\r\n"  // the first one counts
         "\t}\r\n"
         "\t\"sidecar\"\r\n\t{\r\n\t\t\"path\"\t\t\"X:\\\\not a library\"\r\n\t}\r\n"
         "}\r\n";

@@ -9,30 +9,11 @@
 #include <vector>
 
 #include "checksum.h"
-#include "container.h"
 #include "listing.h"
 #include "packer.h"
 #include "test_files.h"
 
 namespace {
-
-struct Walked {
-    std::vector<std::string> names;
-    std::vector<std::string> data;
-    std::size_t end = 0;
-};
-
-Walked WalkAll(const std::vector<char>& container)
-{
-    Walked walked;
-    WalkRecords(container.data(), container.size(), 0, [&](const ContainerRecord& record) {
-        walked.names.push_back(record.name);
-        walked.data.emplace_back(record.data, record.size);
-        walked.end = record.next;
-        return true;
-    });
-    return walked;
-}
 
 // A set folder beside its manifest in a fresh temporary folder.
 struct Set {
@@ -59,30 +40,15 @@ void ExpectRefused(const PackResult& result, const std::vector<std::string>& men
 
 }  // namespace
 
-TEST(Packer, PacksInManifestOrderAndWalksBackToTheFiles)
+TEST(Packer, PacksInManifestOrderAndWarnsOfAnEmptyFile)
 {
-    Set set("zeta.cfg\nresource/UI/Buy.res\nalpha.txt\ncfg/b.cfg\n", {"zeta.cfg", "resource/UI/Buy.res", "alpha.txt", "cfg/b.cfg"});
-    const PackResult result = PackSet(set.folder, set.manifest);
-    ASSERT_EQ(result.error, "");
-    const Walked walked = WalkAll(result.container);
-    const std::vector<std::string> order = {"zeta.cfg", "resource/UI/Buy.res", "alpha.txt", "cfg/b.cfg"};
-    EXPECT_EQ(walked.names, order);
-    for (std::size_t i = 0; i < order.size(); ++i)
-        EXPECT_EQ(walked.data[i], "bytes of " + order[i]);
-    EXPECT_EQ(walked.end, result.container.size());
-}
-
-TEST(Packer, EmptyFileMakesOneRecordThatEndsTheContainer)
-{
-    Set set("cfg/empty.cfg", {});
+    Set set("zeta.cfg\nresource/UI/Buy.res\nalpha.txt\ncfg/empty.cfg\n", {"zeta.cfg", "resource/UI/Buy.res", "alpha.txt"});
     WriteFile(set.folder + "/cfg/empty.cfg", "");
     const PackResult result = PackSet(set.folder, set.manifest);
     ASSERT_EQ(result.error, "");
-    EXPECT_EQ(result.container.size(), 8 + std::string("cfg/empty.cfg").size());
-    const Walked walked = WalkAll(result.container);
-    ASSERT_EQ(walked.names, std::vector<std::string>{"cfg/empty.cfg"});
-    EXPECT_EQ(walked.data[0], "");
-    EXPECT_EQ(walked.end, result.container.size());
+    EXPECT_EQ(std::string(result.container.begin(), result.container.end()),
+              Record("zeta.cfg", "bytes of zeta.cfg") + Record("resource/UI/Buy.res", "bytes of resource/UI/Buy.res") +
+                  Record("alpha.txt", "bytes of alpha.txt") + Record("cfg/empty.cfg", ""));
     // Packed, yet reported, so the build prints it.
     ASSERT_EQ(result.findings.size(), 1u);
     EXPECT_EQ(Describe(result.findings[0]),
@@ -120,40 +86,35 @@ TEST(Packer, RefusesManifestLinesThatAreNotPortableNames)
 
 TEST(Packer, RefusesSetsThatDoNotMatchTheirManifest)
 {
-    {
-        SCOPED_TRACE("empty manifest");
-        Set set("", {"a.cfg"});
-        ExpectRefused(PackSet(set.folder, set.manifest), {set.manifest});
-    }
-    {
-        SCOPED_TRACE("exact duplicate");
-        Set set("a.cfg\nb.cfg\na.cfg\n", {"a.cfg", "b.cfg"});
-        ExpectRefused(PackSet(set.folder, set.manifest), {set.manifest + ":3:", "a.cfg", "line 1"});
-    }
-    {
-        SCOPED_TRACE("missing file");
-        Set set("a.cfg\ncfg/b.cfg\n", {"a.cfg"});
-        ExpectRefused(PackSet(set.folder, set.manifest), {set.manifest + ":2:", set.folder + "/cfg/b.cfg"});
-    }
-    {
-        SCOPED_TRACE("folder named as a file");
-        Set set("a.cfg\ncfg\n", {"a.cfg", "cfg/b.cfg"});
-        ExpectRefused(PackSet(set.folder, set.manifest), {set.manifest + ":2:", set.folder + "/cfg"});
-    }
-    {
-        SCOPED_TRACE("file the manifest does not name");
-        Set set("a.cfg\n", {"a.cfg", "cfg/stray.cfg"});
-        ExpectRefused(PackSet(set.folder, set.manifest), {set.folder + "/cfg/stray.cfg", set.manifest});
-    }
-    {
-        SCOPED_TRACE("no set folder");
-        Set set("a.cfg\n", {});
-        ExpectRefused(PackSet(set.folder + "/absent", set.manifest), {set.folder + "/absent"});
-    }
-    {
-        SCOPED_TRACE("no manifest");
-        Set set("a.cfg\n", {"a.cfg"});
-        ExpectRefused(PackSet(set.folder, set.manifest + ".absent"), {set.manifest + ".absent"});
+    // In the mentions, "<m>" stands for the manifest's path and "<s>" for the set folder's.
+    const struct {
+        const char* what;
+        std::string manifest;
+        std::vector<std::string> files;
+        std::vector<std::string> mentions;
+        const char* folderSuffix = "";
+        const char* manifestSuffix = "";
+    } cases[] = {
+        {"empty manifest", "", {"a.cfg"}, {"<m>"}},
+        {"exact duplicate", "a.cfg\nb.cfg\na.cfg\n", {"a.cfg", "b.cfg"}, {"<m>:3:", "a.cfg", "line 1"}},
+        {"missing file", "a.cfg\ncfg/b.cfg\n", {"a.cfg"}, {"<m>:2:", "<s>/cfg/b.cfg"}},
+        {"folder named as a file", "a.cfg\ncfg\n", {"a.cfg", "cfg/b.cfg"}, {"<m>:2:", "<s>/cfg"}},
+        {"file the manifest does not name", "a.cfg\n", {"a.cfg", "cfg/stray.cfg"}, {"<s>/cfg/stray.cfg", "<m>"}},
+        {"no set folder", "a.cfg\n", {}, {"<s>/absent"}, "/absent"},
+        {"no manifest", "a.cfg\n", {"a.cfg"}, {"<m>.absent"}, "", ".absent"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        Set set(c.manifest, c.files);
+        std::vector<std::string> mentions;
+        for (std::string mention : c.mentions) {
+            if (mention.compare(0, 3, "<m>") == 0)
+                mention.replace(0, 3, set.manifest);
+            else if (mention.compare(0, 3, "<s>") == 0)
+                mention.replace(0, 3, set.folder);
+            mentions.push_back(mention);
+        }
+        ExpectRefused(PackSet(set.folder + c.folderSuffix, set.manifest + c.manifestSuffix), mentions);
     }
 }
 
