@@ -5,11 +5,11 @@
 
 namespace {
 
-// Whether a backup file is there; unknown is a failure to read it.
+// Whether a backup file is there; unknown is a failure to read it (and a folder fails to open).
 bool There(const std::string& path, Cover& cover)
 {
     const sys::EntryKind kind = sys::LookUp(path).kind;
-    if (kind == sys::EntryKind::unknown || kind == sys::EntryKind::folder)
+    if (kind == sys::EntryKind::unknown)
         cover.unreadable = path;
     return kind != sys::EntryKind::none;
 }

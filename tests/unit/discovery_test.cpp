@@ -78,6 +78,7 @@ TEST(Discovery, FindGamesKeepsQualifyingFoldersInListingOrder)
     WriteFile(apps + "frank/cssludax.bak", "");           // the other game's backup alone
     WriteFile(apps + "erin/counter-strike", "not a folder");  // a file counts as present
     MakeFolders(apps + "dave/half-life");                 // nothing of ours
+    MakeFolders(apps + "COMMON/counter-strike");          // a library's shared folder, in any case
     WriteFile(apps + "notes.txt", "a plain file holds no game");
 
     std::vector<SteamAccount> accounts = FindGames(apps);
@@ -219,6 +220,15 @@ TEST(Discovery, LibraryListsAreReadFromSteamappsThenConfigEachLibraryOnce)
     WriteFile(apps + "libraryfolders.vdf", huge);
     EXPECT_EQ(SteamLibraries(apps),
               (std::vector<std::string>{steam.Path(), inSteamapps.Path(), inBoth.Path(), inConfig.Path()}));
+
+    // No more libraries than any PC holds: a longer list is damage, read no further.
+    std::string many = "\"LibraryFolders\" {";
+    for (int i = 1; i <= 1100; ++i)
+        many += " \"" + std::to_string(i) + "\" \"" + steam.Path() + "/lib" + std::to_string(i) + "\"";
+    WriteFile(apps + "libraryfolders.vdf", many + " }");
+    const std::vector<std::string> capped = SteamLibraries(apps);
+    ASSERT_EQ(capped.size(), 1000u);
+    EXPECT_EQ(capped.back(), steam.Path() + "/lib999");
 }
 
 TEST(Discovery, ButtonsFollowGameFoldersAndBackups)
