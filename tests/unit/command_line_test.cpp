@@ -5,6 +5,8 @@
 #include "command_line.h"
 #include "install_scene.h"
 #include "run_command.h"
+#include "running_game.h"
+#include "running_program.h"
 #include "steam_layouts.h"
 #include "test_registry.h"
 
@@ -101,6 +103,7 @@ TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
     EXPECT_EQ(Ask({"/uninstall", "cs16"}).status, 4);  // there, but installed nowhere
     EXPECT_EQ(Ask({"/uninstall", "cs16", "/place", "1"}).status, 4);
     EXPECT_EQ(Ask({"/install", "css"}).status, 3);
+    EXPECT_EQ(Ask({"/uninstall", "css"}).status, 3);  // in no place, let alone installed
     EXPECT_EQ(Ask({"/install", "cs16", "/place", "2"}).status, 3);
     EXPECT_EQ(Ask({"/install", "css", "/place", "1"}).status, 3);
 
@@ -119,11 +122,19 @@ TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
     EXPECT_EQ(Ask({"/uninstall", "cs16"}).status, 4);
 }
 
-TEST(CommandLine, AnInstallThatStopsIs6AndAnUninstallThatKeepsItsBackupsIs7)
+TEST(CommandLine, TheGameLeftOpenIs5AnInstallThatStops6AnUninstallThatKeepsItsBackups7)
 {
     Steam steam;
     const SteamAccount place = AccountFolderEntry(steam.Apps(), "player");
     WriteFile(place.cs16Content + "config.cfg", "player's config");
+#ifndef _WIN32
+    {
+        RunningProgram game("hl.exe");
+        ASSERT_TRUE(game.started);
+        ASSERT_TRUE(Soon([] { return GameIsRunning(cs16Profile); }));
+        EXPECT_EQ(Ask({"/install", "cs16"}).status, 5);
+    }
+#endif
     MakeFolders(place.cs16Content + "autobuy.txt/in the way");  // a folder where a file must go
     const CommandResult stopped = Ask({"/install", "cs16"});
     EXPECT_EQ(stopped.status, 6);

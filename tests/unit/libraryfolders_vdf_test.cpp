@@ -61,6 +61,7 @@ TEST(LibraryFolders, DamageKeepsWhatCameBeforeIt)
     // Binary bytes end the reading where they stand.
     EXPECT_EQ(ParseLibraryFolders(std::string("\"LibraryFolders\" { \"1\" \"D:\\\\One\" \"2\" \"E:\0\x01\" }", 40)),
               Paths{"D:\\One"});
+    EXPECT_EQ(ParseLibraryFolders("\"LibraryFolders\" { \"1\" \"D:\\\\One\" \"2\" \"E:\x01\" }"), Paths{"D:\\One"});
     EXPECT_TRUE(ParseLibraryFolders(std::string("\x00\x00\x00\x01\xFF\xFE", 6)).empty());
     EXPECT_TRUE(ParseLibraryFolders("").empty());
     EXPECT_TRUE(ParseLibraryFolders("\"libraryfolders\"\r\n").empty());

@@ -37,7 +37,7 @@ TEST(WindowsNames, WhatWindowsReadsAsSomethingElseIsRefusedByTheBuildAndPassedOv
     }
     // Windows reads these as they are written, so the uninstall takes them; the build still
     // wants plain ASCII without empty segments.
-    for (const std::string& name : Names{"caf\xC3\xA9.cfg", "a//b"}) {
+    for (const std::string& name : Names{"caf\xC3\xA9.cfg", "a\x80.cfg", "a//b"}) {
         EXPECT_TRUE(IsWindowsName(name)) << name;
         EXPECT_NE(PortableNameProblem(name), "") << name;
     }
