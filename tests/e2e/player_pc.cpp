@@ -7,10 +7,11 @@
 #include <iterator>
 
 #include "manifest.h"
+#include "test_registry.h"
 #include "text.h"
 
 namespace {
-const wchar_t steamKey[] = L"Software\\Valve\\Steam";
+const char steamKey[] = "Software\\Valve\\Steam";
 
 // The source tree as this program sees it; under Wine a POSIX path is reached through Z:.
 std::string PayloadFolder()
@@ -36,15 +37,10 @@ void SteamFolder::AddAccount(const std::string& name, unsigned parts)
         WriteFile(account + "/cssludax.bak", emptyArchive);
 }
 
-void SteamFolder::SetSteamPath(const std::string& value)
-{
-    // As Steam stores it: UTF-16, whatever the system's code page.
-    const std::wstring wide = Widen(value);
-    RegSetKeyValueW(HKEY_CURRENT_USER, steamKey, L"SteamPath", REG_SZ, wide.c_str(),
-                    static_cast<DWORD>((wide.size() + 1) * sizeof(wchar_t)));
-}
+// As Steam stores it: UTF-16, whatever the system's code page.
+void SteamFolder::SetSteamPath(const std::string& value) { SetUserRegistryString(steamKey, "SteamPath", value); }
 
-void SteamFolder::RemoveKey() { RegDeleteTreeW(HKEY_CURRENT_USER, steamKey); }
+void SteamFolder::RemoveKey() { DeleteUserRegistryKey(steamKey); }
 
 std::string Backslashed(std::string path)
 {

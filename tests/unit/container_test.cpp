@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "container.h"
-#include "little_endian.h"
 #include "manifest.h"
 #include "test_files.h"
 
@@ -100,27 +99,6 @@ TEST(ContainerReader, LengthThatCannotBeTrueStopsTheWalkBeforeThatRecord)
         EXPECT_EQ(seen[0].data, "m4a1 ak47");
     }
     EXPECT_EQ(Walk(std::vector<char>()).size(), 0u);
-}
-
-TEST(LittleEndian, FieldsAreLowestByteFirstAndReadsStayInsideTheBuffer)
-{
-    std::string bytes;
-    AppendLittleEndian32(bytes, 0x12345678);
-    AppendLittleEndian32(bytes, 0xFFFFFFFE);
-    EXPECT_EQ(bytes, std::string("\x78\x56\x34\x12\xFE\xFF\xFF\xFF", 8));
-    EXPECT_EQ(DecodeLittleEndian32(bytes.data() + 4), 0xFFFFFFFEu);
-
-    std::uint32_t value = 7;
-    EXPECT_TRUE(ReadLittleEndian32(bytes.data(), bytes.size(), 0, value));
-    EXPECT_EQ(value, 0x12345678u);
-    EXPECT_TRUE(ReadLittleEndian32(bytes.data(), bytes.size(), 2, value));
-    EXPECT_EQ(value, 0xFFFE1234u);
-    for (std::size_t position : {std::size_t{5}, std::size_t{8}, std::size_t{9}, std::size_t(-1), std::size_t(-3)}) {
-        value = 7;
-        EXPECT_FALSE(ReadLittleEndian32(bytes.data(), bytes.size(), position, value)) << position;
-        EXPECT_EQ(value, 7u);
-    }
-
 }
 
 TEST(Manifest, LinesEndInLfOrCrLfAndEmptyLinesArePassedOver)

@@ -9,9 +9,6 @@
 
 namespace {
 
-using Tree = std::map<std::string, std::string>;
-
-const std::string header("\x01\0\0\0", 4);
 const std::uint64_t twoGiB = std::uint64_t{1} << 31;
 
 TEST(BackupFailure, InstallStopsBeforeAFileItCouldNotBackUpAndTheNextInstallBacksItUp)
@@ -47,7 +44,7 @@ TEST(BackupFailure, InstallStopsBeforeAFileItCouldNotBackUpAndTheNextInstallBack
         EXPECT_EQ(ReadFile(p + "cfg/ludax/binds.cfg"), testPayload[0].data) << c.what;
         EXPECT_EQ(ReadFile(p + "resource/background/x.tga"), testPayload[1].data) << c.what;
         EXPECT_EQ(ReadFile(p + "cfg/config.cfg"), "player's config") << c.what;
-        EXPECT_EQ(ReadFile(scene.archivePath), header + Record("cfg/ludax/binds.cfg", "player's binds"))
+        EXPECT_EQ(ReadFile(scene.archivePath), archiveHeader + Record("cfg/ludax/binds.cfg", "player's binds"))
             << c.what;
         EXPECT_EQ(ReadFile(scene.removalListPath), p + "resource/background/x.tga\r\n" + p +
                                                        "resource/background\r\n" + p + "resource\r\n")
@@ -59,7 +56,7 @@ TEST(BackupFailure, InstallStopsBeforeAFileItCouldNotBackUpAndTheNextInstallBack
         WriteFile(p + "a.txt", "player's a");
         EXPECT_EQ(scene.Install().result, InstallOutcome::Result::installed) << c.what;
         EXPECT_TRUE(scene.PayloadWritten()) << c.what;
-        EXPECT_EQ(ReadFile(scene.archivePath), header + Record("cfg/ludax/binds.cfg", "player's binds") +
+        EXPECT_EQ(ReadFile(scene.archivePath), archiveHeader + Record("cfg/ludax/binds.cfg", "player's binds") +
                                                    Record("a.txt", "player's a") +
                                                    Record("cfg/config.cfg", "player's config"))
             << c.what;

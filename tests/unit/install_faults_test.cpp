@@ -17,7 +17,6 @@
 
 namespace {
 
-using Tree = std::map<std::string, std::string>;
 using sys::faults::Mode;
 
 // A game folder holding some of the payload's targets, files of the player's own and an empty

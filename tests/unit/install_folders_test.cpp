@@ -7,8 +7,6 @@
 
 namespace {
 
-using Tree = std::map<std::string, std::string>;
-
 TEST(CreateFolders, MakesWhatIsMissingBelowTheRootOrDriveAndNamesWhatCannotBeMade)
 {
     // A temporary folder starts with "/" natively and with "C:" under Windows: neither may be

@@ -4,9 +4,7 @@
 
 namespace {
 
-const std::string header("\x01\0\0\0", 4);
 using Result = InstallOutcome::Result;
-using Tree = std::map<std::string, std::string>;
 
 TEST(Install, FirstInstallIntoAFolderWithoutThePayloadListsEverythingItCreates)
 {
@@ -16,7 +14,7 @@ TEST(Install, FirstInstallIntoAFolderWithoutThePayloadListsEverythingItCreates)
 
     EXPECT_TRUE(scene.PayloadWritten());
     EXPECT_EQ(ReadFile(scene.content + "autoexec.cfg"), "player's own");
-    EXPECT_EQ(ReadFile(scene.archivePath), header);
+    EXPECT_EQ(ReadFile(scene.archivePath), archiveHeader);
     // Files in container order, then the folders deepest first.
     const std::string& c = scene.content;
     EXPECT_EQ(ReadFile(scene.removalListPath),
@@ -36,7 +34,7 @@ TEST(Install, FirstInstallKeepsTheFilesItOverwritesInContainerOrder)
 
     EXPECT_TRUE(scene.PayloadWritten());
     EXPECT_EQ(ReadFile(scene.archivePath),
-              header + Record("cfg/ludax/binds.cfg", "bind \"F1\" \"kill\"\r\n") + Record("a.txt", ""));
+              archiveHeader + Record("cfg/ludax/binds.cfg", "bind \"F1\" \"kill\"\r\n") + Record("a.txt", ""));
     const std::string& c = scene.content;
     EXPECT_EQ(ReadFile(scene.removalListPath), c + "resource/background/x.tga\r\n" + c +
                                                    "cfg/config.cfg\r\n" + c + "resource/background\r\n" +
@@ -44,7 +42,7 @@ TEST(Install, FirstInstallKeepsTheFilesItOverwritesInContainerOrder)
 
     // Every target there already: the list stays empty.
     InstallScene full;
-    std::string expectedArchive = header;
+    std::string expectedArchive = archiveHeader;
     for (const PayloadFile& file : full.files) {
         WriteFile(full.content + file.name, "old " + file.name);
         expectedArchive += Record(file.name, "old " + file.name);
@@ -102,7 +100,7 @@ TEST(Install, AFolderThatCannotBeMadeStopsWithBackupFilesThatUndoWhatWasDone)
     // The first record was written. The removal list named, before anything was made, every
     // file and folder the install was to make.
     EXPECT_EQ(ReadFile(c + "cfg/ludax/binds.cfg"), scene.files[0].data);
-    EXPECT_EQ(ReadFile(scene.archivePath), header);
+    EXPECT_EQ(ReadFile(scene.archivePath), archiveHeader);
     EXPECT_EQ(ReadFile(scene.removalListPath), c + "cfg/ludax/binds.cfg\r\n" + c + "resource/background/x.tga\r\n" +
                                                    c + "a.txt\r\n" + c + "cfg/config.cfg\r\n" + c +
                                                    "resource/background\r\n" + c + "cfg/ludax\r\n" + c + "cfg\r\n");
@@ -160,11 +158,11 @@ TEST(Install, ContinuesBackupFilesCutShortWhereTheirReadersStop)
     const std::string cut = Record("cfg/config.cfg", "0123456789").substr(0, 17);
     for (const std::string& earlierList :
          {c + "cfg/old.cfg", c + "cfg/old.cfg\r\n\r\n" + c + "a.txt\r\n", c + "cfg/old.cfg\r\n"}) {
-        WriteFile(scene.archivePath, header + cut);
+        WriteFile(scene.archivePath, archiveHeader + cut);
         WriteFile(scene.removalListPath, earlierList);
         RemovePath(c + "cfg/ludax/binds.cfg");
         ASSERT_EQ(scene.Install().result, Result::installed) << earlierList;
-        EXPECT_EQ(ReadFile(scene.archivePath), header + Record("a.txt", "player's a"));
+        EXPECT_EQ(ReadFile(scene.archivePath), archiveHeader + Record("a.txt", "player's a"));
         EXPECT_EQ(ReadFile(scene.removalListPath),
                   c + "cfg/old.cfg\r\n" + c + "cfg/ludax/binds.cfg\r\n" + c + "resource/background/x.tga\r\n" + c +
                       "cfg/config.cfg\r\n" + c + "resource/background\r\n" + c + "resource\r\n" + c + "cfg/ludax\r\n")

@@ -31,7 +31,7 @@ TEST(OsLayer, NeverOpensAFolderADeviceOrAPathItCannotTest)
     // Bytes that are not UTF-8 name nothing.
     EXPECT_FALSE(sys::File::Create(root.Path() + "/caf\xE9.cfg").IsOpen());
     EXPECT_EQ(sys::LookUp(root.Path() + "/caf\xE9.cfg").kind, sys::EntryKind::none);
-    EXPECT_EQ(Snapshot(root.Path()), (std::map<std::string, std::string>{{"plain.cfg", "plain"}}));
+    EXPECT_EQ(Snapshot(root.Path()), (Tree{{"plain.cfg", "plain"}}));
 }
 
 TEST(OsLayer, TheExtendedLengthFormResolvesWhatWindowsResolvesInAPlainPath)

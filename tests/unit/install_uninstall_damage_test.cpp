@@ -11,10 +11,6 @@
 
 namespace {
 
-using Tree = std::map<std::string, std::string>;
-
-const std::string header("\x01\0\0\0", 4);
-
 TEST(UninstallKeepsTheBackupFiles, WhenARecordCannotBeWrittenUntilARetryCan)
 {
     struct Case {
@@ -103,11 +99,11 @@ TEST(UninstallKeepsTheBackupFiles, WhenTheRemovalListCannotBeRead)
 {
     InstallScene scene;
     ASSERT_EQ(mkfifo(scene.removalListPath.c_str(), 0644), 0);  // there, but never readable
-    WriteFile(scene.archivePath, header + Record("a.txt", "player's a"));
+    WriteFile(scene.archivePath, archiveHeader + Record("a.txt", "player's a"));
     EXPECT_TRUE(scene.Uninstall().backupKept);
     EXPECT_EQ(sys::LookUp(scene.removalListPath).kind, sys::EntryKind::file);
     EXPECT_EQ(ReadFile(scene.content + "a.txt"), "player's a");
-    EXPECT_EQ(ReadFile(scene.archivePath), header + Record("a.txt", "player's a"));
+    EXPECT_EQ(ReadFile(scene.archivePath), archiveHeader + Record("a.txt", "player's a"));
 }
 #endif
 
@@ -116,8 +112,8 @@ TEST(UninstallPassesOver, RemovalLinesNamingBackupFilesDevicesOrOverlongPaths)
     InstallScene scene;
     const std::string& a = scene.accountFolder;
     const std::string& c = scene.content;
-    WriteFile(scene.archivePath, header + Record("cfg/config.cfg", "player's config"));
-    WriteFile(a + "/cssludax.bak", header);
+    WriteFile(scene.archivePath, archiveHeader + Record("cfg/config.cfg", "player's config"));
+    WriteFile(a + "/cssludax.bak", archiveHeader);
     WriteFile(a + "/cssludax_1.bak", "");
     WriteFile(c + "one.cfg", "1");
     WriteFile(c + "two.cfg", "2");
@@ -159,7 +155,7 @@ TEST(UninstallReadsRecordByRecord, ASparseArchiveOfGigabytes)
     InstallScene scene;
     // A record of 2 GiB - 1 whose name is passed over, then nothing but a hole to the end:
     // neither the record nor the hole is ever held in memory.
-    std::string archive = header + Record("a.cfg", "A");
+    std::string archive = archiveHeader + Record("a.cfg", "A");
     std::string big = Record("aux.cfg", "");
     big.replace(big.size() - 4, 4, std::string("\xFF\xFF\xFF\x7F", 4));
     WriteFile(scene.archivePath, archive + big);

@@ -5,10 +5,6 @@
 
 namespace {
 
-const std::string header("\x01\0\0\0", 4);
-
-using Tree = std::map<std::string, std::string>;
-
 TEST(Uninstall, PutsTheAccountFolderBackAsItWasBeforeTheFirstInstall)
 {
     struct Case {
@@ -152,7 +148,7 @@ TEST(Uninstall, RestoresOnlyPlainRelativeNamesAndStopsAtACutRecord)
 {
     InstallScene scene;
     Tree expected = Snapshot(scene.steam.Path());
-    WriteFile(scene.archivePath, header + Record("../x", "x") + Record("/abs", "abs") +
+    WriteFile(scene.archivePath, archiveHeader + Record("../x", "x") + Record("/abs", "abs") +
                                      Record("a\\b", "b") + Record("c:x", "c") + Record("", "e") +
                                      Record(std::string("a\0b.cfg", 7), "nul") + Record("COM1", "device") +
                                      Record("cfg/x.", "dot") +

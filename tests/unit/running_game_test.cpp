@@ -1,39 +1,101 @@
-// The game left open: its programs are found by name, in any letter case.
+// The game left open: its programs are found by name, in any letter case, and a command meets
+// one with status 5. Natively, a copy of /bin/sleep runs under the game's name.
 #ifndef _WIN32
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
 
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <thread>
+
+#include "command_line.h"
 #include "game_profile.h"
+#include "run_command.h"
 #include "running_game.h"
-#include "running_program.h"
+#include "steam_layouts.h"
 #include "system.h"
+#include "test_files.h"
+#include "test_registry.h"
+
+extern char** environ;
 
 namespace {
+
+// A program that waits, started under the given file name.
+class Program {
+public:
+    explicit Program(const std::string& name) : path(folder.Path() + "/" + name)
+    {
+        std::filesystem::copy_file("/bin/sleep", path);
+        char* argv[] = {path.data(), const_cast<char*>("60"), nullptr};
+        started = posix_spawn(&pid, path.c_str(), nullptr, nullptr, argv, environ) == 0;
+    }
+    ~Program()
+    {
+        if (started) {
+            kill(pid, SIGKILL);
+            waitpid(pid, nullptr, 0);
+        }
+    }
+    bool started = false;
+
+private:
+    TempFolder folder;
+    std::string path;
+    pid_t pid = 0;
+};
+
+// True once `found` holds: a program just started may take a moment to show its name.
+bool Soon(const std::function<bool()>& found)
+{
+    for (int wait = 0; wait < 500; ++wait) {
+        if (found())
+            return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return false;
+}
 
 TEST(RunningGame, EitherGamesProgramsAreFoundByNameInAnyLetterCase)
 {
     EXPECT_FALSE(GameIsRunning(cs16Profile));
     EXPECT_FALSE(GameIsRunning(cssProfile));
     {
-        RunningProgram game("HL.EXE");
+        Program game("HL.EXE");
         ASSERT_TRUE(game.started);
         EXPECT_TRUE(Soon([] { return GameIsRunning(cs16Profile); }));
         EXPECT_FALSE(GameIsRunning(cssProfile));
     }
     EXPECT_FALSE(GameIsRunning(cs16Profile));
     for (const char* name : {"hl2.exe", "Cstrike.exe", "cstrike_win64.exe"}) {
-        RunningProgram game(name);
+        Program game(name);
         ASSERT_TRUE(game.started);
         EXPECT_TRUE(Soon([] { return GameIsRunning(cssProfile); })) << name;
         EXPECT_FALSE(GameIsRunning(cs16Profile)) << name;
     }
-    RunningProgram lookalike("hl.exe.bak");
+    Program lookalike("hl.exe.bak");
     ASSERT_TRUE(Soon([] {
         const std::vector<std::string> names = sys::RunningProgramNames();
         return std::find(names.begin(), names.end(), "hl.exe.bak") != names.end();
     }));
     EXPECT_FALSE(GameIsRunning(cs16Profile));
+
+    // A LAN admin's install meets the game left open.
+    TempFolder steam;
+    SetUserRegistryString("Software\\Valve\\Steam", "SteamPath", steam.Path());
+    WriteFile(AccountFolderEntry(steam.Path() + "/steamapps/", "player").cs16Content + "config.cfg", "player's");
+    Program game("hl.exe");
+    ASSERT_TRUE(Soon([] { return GameIsRunning(cs16Profile); }));
+    Command install;
+    std::string error;
+    ASSERT_TRUE(ParseCommandLine({"/install", "cs16"}, install, error));
+    EXPECT_EQ(RunCommand(install).status, 5);
+    DeleteUserRegistryKey("Software\\Valve\\Steam");
 }
 
 }  // namespace

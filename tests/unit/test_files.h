@@ -28,7 +28,8 @@ void RemovePath(const std::string& path);
 bool Exists(const std::string& path);
 
 // Every file and folder below `folder`: relative path -> file bytes, or "<folder>" for a folder.
-std::map<std::string, std::string> Snapshot(const std::string& folder);
+using Tree = std::map<std::string, std::string>;
+Tree Snapshot(const std::string& folder);
 
 // Makes `link` a symbolic link to the folder or file `target`: natively with symlink(), under
 // Wine as a Unix link made by the Unix `ln`, since Wine cannot make one through Win32. False
@@ -40,6 +41,8 @@ bool MakeLink(const std::string& target, const std::string& link);
 // bytes from the code under test.
 std::string Le32(std::uint32_t value);
 std::string Record(const std::string& name, const std::string& data);
+// The four bytes the install writes first in a backup archive.
+const std::string archiveHeader("\x01\0\0\0", 4);
 
 // Sets the file's size without writing its bytes (a sparse file where the file system allows).
 void ResizeFile(const std::string& path, std::uint64_t size);
