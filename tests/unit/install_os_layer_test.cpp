@@ -29,8 +29,8 @@ TEST(OsLayer, NeverOpensAFolderADeviceOrAPathItCannotTest)
     EXPECT_EQ(ReadFile(root.Path() + "/plain.cfg"), "plain");
 
     // Bytes that are not UTF-8 name nothing.
-    EXPECT_FALSE(sys::File::Create(root.Path() + "/caf\xE9.cfg").IsOpen());
-    EXPECT_EQ(sys::LookUp(root.Path() + "/caf\xE9.cfg").kind, sys::EntryKind::none);
+    EXPECT_FALSE(sys::File::Create(root.Path() + "/" + Western("café.cfg")).IsOpen());
+    EXPECT_EQ(sys::LookUp(root.Path() + "/" + Western("café.cfg")).kind, sys::EntryKind::none);
     EXPECT_EQ(Snapshot(root.Path()), (Tree{{"plain.cfg", "plain"}}));
 }
 

@@ -68,7 +68,7 @@ TEST(Packer, RefusesManifestLinesThatAreNotPortableNames)
         {"what?.txt", "what?.txt", "Windows forbids"},
         {"cr\rlf.cfg", "cr\\x0Dlf.cfg", "control character"},
         {std::string("nul\0.cfg", 8), "nul\\x00.cfg", "zero byte"},
-        {"caf\xE9.cfg", "caf\\xE9.cfg", "non-ASCII"},
+        {Western("café.cfg"), "caf\\xE9.cfg", "non-ASCII"},
         {"cfg\\ludax.cfg", "cfg\\ludax.cfg", "'\\'"},
         {"/abs.cfg", "/abs.cfg", "begins with '/'"},
         {"cfg//ludax.cfg", "cfg//ludax.cfg", "empty path segment"},

@@ -272,3 +272,19 @@ std::string Record(const std::string& name, const std::string& data)
 {
     return Le32(static_cast<std::uint32_t>(name.size())) + name + Le32(static_cast<std::uint32_t>(data.size())) + data;
 }
+
+std::string Western(const std::string& utf8)
+{
+    std::string bytes;
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        const unsigned char lead = static_cast<unsigned char>(utf8[i]);
+        if (lead < 0x80) {
+            bytes += utf8[i];
+            continue;
+        }
+        if (lead < 0xC2 || lead > 0xC3 || i + 1 == utf8.size())
+            throw std::runtime_error("not a letter below U+0100: " + utf8);
+        bytes += static_cast<char>((lead & 0x03) << 6 | (static_cast<unsigned char>(utf8[++i]) & 0x3F));
+    }
+    return bytes;
+}

@@ -41,6 +41,10 @@ bool MakeLink(const std::string& target, const std::string& link);
 // bytes from the code under test.
 std::string Le32(std::uint32_t value);
 std::string Record(const std::string& name, const std::string& data);
+// UTF-8 text whose letters all lie below U+0100, as the single-byte Western code page (1252,
+// which the POSIX body stands in with) writes it: how an earlier version wrote a path.
+std::string Western(const std::string& utf8);
+
 // The four bytes the install writes first in a backup archive.
 const std::string archiveHeader("\x01\0\0\0", 4);
 

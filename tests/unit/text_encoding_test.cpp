@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
+#include "test_files.h"
 #include "text_encoding.h"
 
 namespace {
@@ -24,8 +26,9 @@ TEST(TextEncoding, OnlyWellFormedUtf8PassesAndIsCountedInUtf16Units)
         EXPECT_EQ(ToUtf8(wide.data(), wide.size()), c.text);
     }
     // Overlong forms, surrogates, past U+10FFFF, a lone or missing continuation byte, ANSI.
-    for (const char* bytes : {"\xC0\xAF", "\xE0\x80\xAF", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF", "\xED\xA0\x80",
-                                     "\xF4\x90\x80\x80", "\x80", "caf\xE9", "\xE2\x82", "\xF8\x88\x80\x80\x80"}) {
+    for (const std::string& bytes :
+         std::vector<std::string>{"\xC0\xAF", "\xE0\x80\xAF", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF", "\xED\xA0\x80",
+                                  "\xF4\x90\x80\x80", "\x80", Western("café"), "\xE2\x82", "\xF8\x88\x80\x80\x80"}) {
         EXPECT_FALSE(IsUtf8(bytes)) << testing::PrintToString(bytes);
         std::u16string wide = u"left over";
         EXPECT_FALSE(ToUtf16(bytes, wide));
