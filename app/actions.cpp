@@ -82,9 +82,7 @@ void Ludax::Uninstall(const GameActions& game)
         return;
     const UninstallOutcome outcome = UninstallConfig(game.profile, *place, log);
     ShowInstalled(game, *place);
-    ShowMessage(outcome.backupKept ? std::string(game.texts.uninstalled) + "\n" + texts::backupKept
-                                   : std::string(game.texts.uninstalled),
-                texts::messageCaption, MB_ICONINFORMATION);
+    ShowMessage(texts::Uninstalled(game.texts, outcome.backupKept), texts::messageCaption, MB_ICONINFORMATION);
 }
 
 void Ludax::Cs16Install() { Install(cs16Actions); }

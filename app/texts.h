@@ -100,6 +100,15 @@ inline constexpr Game css{
     "Counter-Strike: Source is running. Close the game, then press Retry.",
 };
 
+// The texts of the game a profile installs.
+inline const Game& Of(const GameProfile& game) { return &game == &cssProfile ? css : cs16; }
+
+// The uninstall's message, with the advice under it when the backup files stayed.
+inline std::string Uninstalled(const Game& game, bool keptBackup)
+{
+    return keptBackup ? std::string(game.uninstalled) + "\n" + backupKept : std::string(game.uninstalled);
+}
+
 // The chooser's entry for a place: an account folder's name, or "Steam library: <path>".
 inline std::string ChooserLabel(const SteamAccount& place)
 {

@@ -17,9 +17,7 @@ struct GameFacts {
 
 GameFacts FactsOf(const GameProfile& game)
 {
-    if (&game == &cs16Profile)
-        return {texts::cs16, &SteamAccount::hasCs16, game.installedFlag};
-    return {texts::css, &SteamAccount::hasCss, game.installedFlag};
+    return {texts::Of(game), &game == &cs16Profile ? &SteamAccount::hasCs16 : &SteamAccount::hasCss, game.installedFlag};
 }
 
 const char* State(const SteamAccount& place, const GameFacts& facts)
@@ -111,8 +109,7 @@ CommandResult RunCommand(const Command& command, const ActionLog& log)
             return Stop(exitStatus::installStopped, texts::Stopped(outcome) + "\n");
         return {exitStatus::done, std::string(facts.texts.installed) + "\n", std::string()};
     }
-    if (UninstallConfig(game, *place, log).backupKept)
-        return Stop(exitStatus::backupKept,
-                    std::string(facts.texts.uninstalled) + "\n" + texts::backupKept + "\n");
-    return {exitStatus::done, std::string(facts.texts.uninstalled) + "\n", std::string()};
+    const bool keptBackup = UninstallConfig(game, *place, log).backupKept;
+    const std::string said = texts::Uninstalled(facts.texts, keptBackup) + "\n";
+    return keptBackup ? Stop(exitStatus::backupKept, said) : CommandResult{exitStatus::done, said, std::string()};
 }

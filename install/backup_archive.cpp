@@ -12,6 +12,13 @@ constexpr std::uint64_t copyBlock = 1 << 20;
 
 }  // namespace
 
+void AppendArchiveHeader(OutputFile& archive)
+{
+    std::string header;
+    AppendLittleEndian32(header, 1);
+    archive.Append(header);
+}
+
 bool AppendBackupRecord(OutputFile& archive, const std::string& name, const std::string& existingFile)
 {
     sys::File in = sys::File::OpenForReading(existingFile);

@@ -10,7 +10,9 @@
 #include "output_file.h"
 #include "system.h"
 
-constexpr std::uint32_t backupArchiveHeader = 1;
+
+// Writes the header a new archive starts with; a failure sticks to `archive` (OutputFile).
+void AppendArchiveHeader(OutputFile& archive);
 
 // A record's data length is read as a signed 32-bit value: a file of 2 GiB or more cannot
 // be recorded.

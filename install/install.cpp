@@ -8,9 +8,9 @@
 #include "backup_archive.h"
 #include "container.h"
 #include "cover.h"
-#include "little_endian.h"
 #include "output_file.h"
 #include "removal_list.h"
+#include "safe_paths.h"
 #include "system.h"
 
 namespace {
@@ -28,12 +28,6 @@ struct Step {
     bool fileInTheWay = false;         // a file stands where a folder on the way belongs
     InstallOutcome stop;               // where the install stops instead, if it does
 };
-
-bool Below(const std::string& path, const std::string& folder)
-{
-    return path.size() > folder.size() + 1 && path.compare(0, folder.size(), folder) == 0 &&
-           path[folder.size()] == '/';
-}
 
 // Decides each step from what stands on disk now and what the backup files already cover.
 class Planner {
@@ -69,7 +63,7 @@ private:
         switch (entry.kind) {
         case sys::EntryKind::none:
             missing = true;
-            if (!Below(folder, gameFolder)) {
+            if (!IsBelow(folder, gameFolder)) {
                 step.stop = {Result::folderFailed, folder};  // the game's folder itself is gone
                 return;
             }
@@ -82,7 +76,7 @@ private:
         case sys::EntryKind::folder:
             // A link at or above the content folder is the player's layout; below it, the
             // target may lie anywhere, and the uninstall would not follow.
-            if (entry.link && Below(folder, contentFolder.substr(0, contentFolder.size() - 1)))
+            if (entry.link && IsBelow(folder, contentFolder.substr(0, contentFolder.size() - 1)))
                 step.stop = {Result::writeFailed, step.target};
             else if (entry.kind == sys::EntryKind::file)
                 step.fileInTheWay = missing = true;
@@ -146,9 +140,7 @@ InstallOutcome WriteAhead(const std::string& archivePath, const std::string& lis
 {
     if (!cover.archiveExists || cover.archiveEnd == 0) {
         OutputFile archive = cover.archiveExists ? OutputFile::Continue(archivePath, 0) : OutputFile::Create(archivePath);
-        std::string header;
-        AppendLittleEndian32(header, backupArchiveHeader);
-        archive.Append(header);
+        AppendArchiveHeader(archive);
         if (!archive.Close())
             return {Result::writeFailed, archivePath};
     }

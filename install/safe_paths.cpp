@@ -3,6 +3,12 @@
 #include "system.h"
 #include "windows_names.h"
 
+bool IsBelow(const std::string& path, const std::string& folder)
+{
+    return path.size() > folder.size() + 1 && path.compare(0, folder.size(), folder) == 0 &&
+           path[folder.size()] == '/';
+}
+
 bool IsRemovableLine(const std::string& path, const std::string& gameFolder, const std::string& contentFolder)
 {
     const std::string prefix = gameFolder + "/";

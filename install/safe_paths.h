@@ -8,6 +8,9 @@
 
 #include "folders.h"
 
+// True when `path` names something inside `folder` (neither ending with '/').
+bool IsBelow(const std::string& path, const std::string& folder);
+
 // A removal-list line the uninstall may act on: a path below the content folder, or one of the
 // folders from the game's folder down to the content folder (which an install makes when they
 // are missing), written exactly as the install builds paths (another letter case or separator

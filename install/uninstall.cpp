@@ -5,7 +5,6 @@
 
 #include "backup_archive.h"
 #include "folders.h"
-#include "little_endian.h"
 #include "output_file.h"
 #include "removal_list.h"
 #include "safe_paths.h"
@@ -26,12 +25,6 @@ struct Removal {
 };
 
 std::size_t Depth(const std::string& path) { return static_cast<std::size_t>(std::count(path.begin(), path.end(), '/')); }
-
-bool Below(const std::string& path, const std::string& folder)
-{
-    return path.size() > folder.size() + 1 && path.compare(0, folder.size(), folder) == 0 &&
-           path[folder.size()] == '/';
-}
 
 enum class Contents { none, some, unknown };
 
@@ -61,7 +54,7 @@ bool FolderRemains(const std::string& folder, const std::vector<std::string>& re
         return false;
     if (entry.kind != sys::EntryKind::folder || ContentsOf(folder) != Contents::some)
         return true;
-    return std::any_of(remaining.begin(), remaining.end(), [&](const std::string& line) { return Below(line, folder); });
+    return std::any_of(remaining.begin(), remaining.end(), [&](const std::string& line) { return IsBelow(line, folder); });
 }
 
 // Deletes what the removal list names, files first, then folders innermost first, so the
@@ -166,9 +159,7 @@ void KeepUninstallOffered(const std::string& archivePath)
     if (sys::LookUp(archivePath).kind != sys::EntryKind::none)
         return;
     OutputFile archive = OutputFile::Create(archivePath);
-    std::string header;
-    AppendLittleEndian32(header, backupArchiveHeader);
-    archive.Append(header);
+    AppendArchiveHeader(archive);
     static_cast<void>(archive.Close());  // without it, the next start offers the install again
 }
 
