@@ -59,7 +59,7 @@ fuzz: deps
 # The mutation run (not part of make test): one-line faults built in and run against the tests
 # that can see them; prints each verdict and the score (tests/mutants/). A list of words runs
 # only the mutants whose file or text holds one: make mutants ONLY="uninstall.cpp".
-mutants: windows
+mutants: deps
 	tests/mutants/run $(ONLY)
 
 # The tests' share of the C++ lines, folder by folder (tests/share).

@@ -10,7 +10,7 @@ namespace bench {
 
 struct Sample {
     double ms = 0;
-    long long peakBytes = -1;  // -1: not measurable on this platform
+    long long peakBytes = 0;  // the child's own peak resident memory, as it reported it
 };
 
 struct Series {

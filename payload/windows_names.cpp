@@ -38,13 +38,6 @@ bool IsDeviceSegment(const std::string& segment)
            IsPortNumber(base.substr(3));
 }
 
-std::string Hex(unsigned char c)
-{
-    char text[8];
-    std::snprintf(text, sizeof text, "0x%02X", c);
-    return text;
-}
-
 std::string CharacterProblem(unsigned char c)
 {
     if (c == 0)
@@ -52,7 +45,7 @@ std::string CharacterProblem(unsigned char c)
     if (c == '\\')
         return "contains '\\' ('/' is the only separator)";
     if (c < 0x20 || c == 0x7F)
-        return "contains the control character " + Hex(c);
+        return "contains the control character " + HexByte(c);
     for (const char* forbidden = ":*?<>|\""; *forbidden; ++forbidden)
         if (c == static_cast<unsigned char>(*forbidden))
             return std::string("contains '") + static_cast<char>(c) + "', which Windows forbids in file names";
@@ -95,4 +88,11 @@ std::string WindowsNameProblem(const std::string& relative)
             return "";
         begin = end + 1;
     }
+}
+
+std::string HexByte(unsigned char c)
+{
+    char text[8];
+    std::snprintf(text, sizeof text, "0x%02X", c);
+    return text;
 }

@@ -14,4 +14,7 @@
 // doubled '/' is read as one.
 std::string WindowsNameProblem(const std::string& relative);
 
+// A byte as the messages about names show it: 0x1F.
+std::string HexByte(unsigned char c);
+
 inline bool IsWindowsName(const std::string& relative) { return WindowsNameProblem(relative).empty(); }

@@ -16,7 +16,9 @@
 #include <vector>
 
 #include "launched_process.h"
+#include "median.h"
 #include "private_desktop.h"
+#include "test_files.h"
 #include "unmanaged_windows.h"
 #include "window_finder.h"
 
@@ -56,32 +58,18 @@ void WriteSteamPath(const std::optional<std::string>& value)
     RegCloseKey(key);
 }
 
-void Create(const std::string& path, const std::string& bytes = std::string())
+// A Steam folder as a player's looks today, in `root`: steamapps holds Steam's own folders and
+// one manifest file per installed game (here 60), Counter-Strike 1.6 in the shared common/, and
+// one account folder of the layout before 2013.
+std::string MakeSteamFolder(const std::string& root)
 {
-    HANDLE file = CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    DWORD written = 0;
-    WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
-    CloseHandle(file);
-}
-
-// A Steam folder as a player's looks today, in the temporary folder: steamapps holds Steam's own
-// folders and one manifest file per installed game (here 60), Counter-Strike 1.6 in the shared
-// common/, and one account folder of the layout before 2013.
-std::string MakeSteamFolder()
-{
-    char temp[MAX_PATH] = {};
-    GetTempPathA(MAX_PATH, temp);
-    std::string steam = std::string(temp) + "ludax-launch-steam";
-    const std::string apps = steam + "/steamapps";
-    for (const std::string& folder :
-         {steam, apps, apps + "/common", apps + "/common/Half-Life", apps + "/common/Half-Life/cstrike",
-          apps + "/common/Portal 2", apps + "/downloading", apps + "/shadercache", apps + "/sourcemods",
-          apps + "/temp", apps + "/workshop", apps + "/player", apps + "/player/counter-strike"})
-        CreateDirectoryA(folder.c_str(), nullptr);
+    const std::string steam = root + "/Steam", apps = steam + "/steamapps";
+    for (const char* folder : {"/common/Half-Life/cstrike", "/common/Portal 2", "/downloading", "/shadercache",
+                               "/sourcemods", "/temp", "/workshop", "/player/counter-strike"})
+        MakeFolders(apps + folder);
     for (int game = 0; game < 60; ++game)
-        Create(apps + "/appmanifest_" + std::to_string(10 + 10 * game) + ".acf", "\"AppState\"\n{\n}\n");
-    Create(apps + "/libraryfolders.vdf", "\"libraryfolders\"\n{\n}\n");
-    std::replace(steam.begin(), steam.end(), '\\', '/');
+        WriteFile(apps + "/appmanifest_" + std::to_string(10 + 10 * game) + ".acf", "\"AppState\"\n{\n}\n");
+    WriteFile(apps + "/libraryfolders.vdf", "\"libraryfolders\"\n{\n}\n");
     return steam;
 }
 
@@ -107,13 +95,6 @@ std::optional<double> TimeLaunch(const std::wstring& exe, const std::wstring& cl
     return std::chrono::duration<double, std::milli>(shown - start).count();
 }
 
-double Median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    const std::size_t middle = values.size() / 2;
-    return values.size() % 2 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
-}
-
 }  // namespace
 
 int main(int argc, char** argv)
@@ -137,7 +118,8 @@ int main(int argc, char** argv)
     }
     UnmanagedWindows unmanaged;
     const std::optional<std::string> earlierSteamPath = ReadSteamPath();
-    WriteSteamPath(MakeSteamFolder());
+    TempFolder root;
+    WriteSteamPath(MakeSteamFolder(root.Path()));
 
     // One untimed start of each first: the system's caches, not the programs, decide that one.
     TimeLaunch(ludax, L"Ludax");
@@ -158,12 +140,13 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "ludax_launch_timer: a window did not come within 10 s\n");
         return 1;
     }
-    const double ludaxMs = Median(ludaxTimes), bareMs = Median(bareTimes);
+    const double ludaxMs = bench::Median(ludaxTimes), bareMs = bench::Median(bareTimes);
     std::printf("launch to a visible window, median of %d runs each:\n", runs);
     std::printf("  bare window, same manifest and controls  %7.1f ms (fastest %.1f)\n", bareMs,
                 *std::min_element(bareTimes.begin(), bareTimes.end()));
     std::printf("  Ludax.exe                                %7.1f ms (fastest %.1f)\n", ludaxMs,
                 *std::min_element(ludaxTimes.begin(), ludaxTimes.end()));
-    std::printf("  ratio                                    %7.2f x (target: at most 1.20)\n", ludaxMs / bareMs);
+    std::printf("  ratio                                    %7.2f x (target: at most 1.20, %s)\n", ludaxMs / bareMs,
+                ludaxMs / bareMs <= 1.2 ? "met" : "MISSED");
     return 0;
 }

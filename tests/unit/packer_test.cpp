@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -121,11 +120,10 @@ TEST(Packer, RefusesSetsThatDoNotMatchTheirManifest)
 TEST(Packer, RefusesAFileOf2To31Bytes)
 {
     Set set("small.cfg\nmaps/huge.bsp\n", {"small.cfg"});
-    MakeFolders(set.folder + "/maps");
     const std::string huge = set.folder + "/maps/huge.bsp";
     WriteFile(huge, "");
     // Sparse: the packer must refuse it by its size, before reading a byte.
-    std::filesystem::resize_file(huge, std::uintmax_t{1} << 31);
+    ResizeFile(huge, std::uint64_t{1} << 31);
     ExpectRefused(PackSet(set.folder, set.manifest), {huge, "2147483648"});
 }
 
@@ -144,7 +142,7 @@ TEST(Listing, ShowsEachRecordAndEveryWayTheSetHasMovedOn)
     ASSERT_EQ(packed.error, "");
     std::vector<ListedRecord> records;
     std::string error;
-    ASSERT_TRUE(ListRecords(packed.container, records, error)) << error;
+    ASSERT_TRUE(ListRecords(packed.container.data(), packed.container.size(), records, error)) << error;
     ASSERT_EQ(records.size(), 3u);
     EXPECT_EQ(records[0].name, "b.cfg");
     EXPECT_EQ(records[0].size, std::string("bytes of b.cfg").size());
@@ -155,7 +153,7 @@ TEST(Listing, ShowsEachRecordAndEveryWayTheSetHasMovedOn)
 
     // Same size, other bytes; one file gone from set and manifest; one new; the rest reordered.
     WriteFile(set.folder + "/c.bsp", "123456780");
-    std::filesystem::remove(set.folder + "/b.cfg");
+    RemovePath(set.folder + "/b.cfg");
     WriteFile(set.folder + "/d.cfg", "new");
     WriteFile(set.manifest, "c.bsp\r\na.cfg\r\nd.cfg\r\n");
     const std::vector<std::string> differences = CompareWithSet(records, set.folder, set.manifest);
@@ -168,6 +166,6 @@ TEST(Listing, ShowsEachRecordAndEveryWayTheSetHasMovedOn)
     EXPECT_EQ(differences, expected);
 
     const std::vector<char> cut(packed.container.begin(), packed.container.end() - 1);
-    EXPECT_FALSE(ListRecords(cut, records, error));
+    EXPECT_FALSE(ListRecords(cut.data(), cut.size(), records, error));
     EXPECT_NE(error.find("malformed"), std::string::npos) << error;
 }

@@ -79,7 +79,7 @@ int ListContainer(const std::string& path, const std::vector<char>& container, c
     }
     std::vector<ListedRecord> records;
     std::string error;
-    const bool whole = ListRecords(container, records, error);
+    const bool whole = ListRecords(container.data(), container.size(), records, error);
     if (records.empty()) {
         std::fprintf(stderr, "ludax-pack: %s: neither a payload container nor a Ludax.exe: %s\n", path.c_str(),
                      container.empty() ? "the file is empty" : "no record fits at its start");
@@ -115,11 +115,9 @@ int ListProgram(const std::string& path, const std::vector<char>& file, const st
             std::printf("\n");
         std::printf("%s (%s), at byte %zu of %s:\n", carried.title.c_str(), carried.game.c_str(), carried.offset,
                     path.c_str());
-        const auto start = file.begin() + static_cast<std::ptrdiff_t>(carried.offset);
-        const std::vector<char> container(start, start + static_cast<std::ptrdiff_t>(carried.length));
         std::vector<ListedRecord> records;
-        const bool whole = ListRecords(container, records, error);
-        PrintRecords(records, container.size());
+        const bool whole = ListRecords(file.data() + carried.offset, carried.length, records, error);
+        PrintRecords(records, carried.length);
         if (!whole) {
             std::fprintf(stderr, "ludax-pack: %s: its %s container is %s\n", path.c_str(), carried.title.c_str(),
                          error.c_str());

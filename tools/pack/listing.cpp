@@ -25,18 +25,17 @@ std::string Figure(const ListedRecord& record)
 
 }  // namespace
 
-bool ListRecords(const std::vector<char>& container, std::vector<ListedRecord>& records, std::string& error)
+bool ListRecords(const char* start, std::size_t length, std::vector<ListedRecord>& records, std::string& error)
 {
     records.clear();
     std::size_t end = 0;
-    WalkRecords(container.data(), container.size(), 0, [&](const ContainerRecord& record) {
+    WalkRecords(start, length, 0, [&](const ContainerRecord& record) {
         records.push_back({record.name, record.size, Crc32(record.data, record.size)});
         end = record.next;
         return true;
     });
-    if (records.empty() || end != container.size()) {
-        error = "malformed: the whole records end at byte " + std::to_string(end) + " of " +
-                std::to_string(container.size());
+    if (records.empty() || end != length) {
+        error = "malformed: the whole records end at byte " + std::to_string(end) + " of " + std::to_string(length);
         return false;
     }
     return true;

@@ -2,6 +2,7 @@
 // What a built container carries, record by record, and how that differs from its set as the
 // set stands now: the organiser's way to see that the program ships exactly the set.
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -12,9 +13,10 @@ struct ListedRecord {
     std::uint32_t crc = 0;  // Crc32 of the record's data
 };
 
-// The container's records in order; false, with `error` saying where, when the records do not
+// The records of the container at `start` (`length` bytes, wherever it lies: a file of its own or
+// a program that carries it) in order; false, with `error` saying where, when the records do not
 // fill the container exactly.
-bool ListRecords(const std::vector<char>& container, std::vector<ListedRecord>& records, std::string& error);
+bool ListRecords(const char* start, std::size_t length, std::vector<ListedRecord>& records, std::string& error);
 
 // One line per difference between the records and the set's manifest and files; none when the
 // container carries exactly the set, in the manifest's order.

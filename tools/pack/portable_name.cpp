@@ -1,21 +1,8 @@
 #include "portable_name.h"
 
-#include <cstddef>
 #include <cstdint>
-#include <cstdio>
 
 #include "windows_names.h"
-
-namespace {
-
-std::string Hex(unsigned char c)
-{
-    char text[8];
-    std::snprintf(text, sizeof text, "0x%02X", c);
-    return text;
-}
-
-}  // namespace
 
 std::string PortableNameProblem(const std::string& name)
 {
@@ -30,7 +17,7 @@ std::string PortableNameProblem(const std::string& name)
     // on every system and in every code page.
     for (char c : name)
         if (static_cast<unsigned char>(c) >= 0x80)
-            return "contains the non-ASCII byte " + Hex(static_cast<unsigned char>(c)) +
+            return "contains the non-ASCII byte " + HexByte(static_cast<unsigned char>(c)) +
                    " (keep names in plain ASCII)";
     if (name.find("//") != std::string::npos)
         return "has an empty path segment (\"//\")";
