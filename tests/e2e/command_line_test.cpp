@@ -72,7 +72,8 @@ testing::AssertionResult Logged(const std::string& log, const std::string& actio
 {
     std::istringstream lines(log);
     for (std::string line; std::getline(lines, line);) {
-        if (!std::regex_match(line, std::regex(R"(\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ\t[a-z ]+\t.+\r)")))
+        static const std::regex shape(R"(\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ\t[a-z ]+\t.+\r)");
+        if (!std::regex_match(line, shape))
             return testing::AssertionFailure() << "a line of another shape: " << line;
         if (line.substr(21) == actionAndPath + "\r")
             return testing::AssertionSuccess();

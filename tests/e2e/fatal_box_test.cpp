@@ -2,7 +2,7 @@
 // it cannot start (no Steam, no place that holds a game), or an install cannot go on (a
 // player's file held open by another program, a folder it cannot make, a disk that fills up).
 // (Which registry values and folders count, and what each stop leaves in the backup files: the
-// unit tests' Discovery, Install, BackupFailure and FullDisk cases.)
+// unit tests' Discovery, Install, BackupFailure and FaultInjection cases.)
 
 #include <gtest/gtest.h>
 
@@ -121,7 +121,7 @@ TEST(InstallStops, WhenTheDiskFillsUp)
     ASSERT_GT(free.QuadPart, room);
     WriteFile(filler, std::string(free.QuadPart - room, 'f'));  // written: a tmpfs keeps no room for holes
     ExpectInstallStops("Could not ", false);
-    std::filesystem::remove(filler);
+    RemovePath(filler);
     UninstallWhatWasDone();
     EXPECT_EQ(Snapshot(steam), before);
     std::error_code ignored;

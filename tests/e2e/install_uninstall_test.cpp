@@ -65,8 +65,8 @@ protected:
     {
         HWND chooser = ludax.controls.chooser;
         EXPECT_EQ(ChooserEntries(chooser), (std::vector<std::string>{"Игрок", "Steam library: " + places[1],
-                                                                     "Steam library: " + Backslashed(places[2]),
-                                                                     "Steam library: " + Backslashed(places[3])}));
+                                                                     "Steam library: " + AsSteamWritesIt(places[2]),
+                                                                     "Steam library: " + AsSteamWritesIt(places[3])}));
         EXPECT_TRUE(IsWindowEnabled(chooser));
         ChooseEntry(chooser, GetParam().place);
         EXPECT_EQ(ChooserSelection(chooser), GetParam().place);
@@ -160,7 +160,7 @@ TEST(Unicode, ARemovalListAnEarlierVersionWroteInTheAnsiCodePageStillUninstalls)
     const auto before = Snapshot(account);
     // What an earlier version's install made, and the lists it wrote.
     WriteFile(content + "cfg/" + name + "/ludax.cfg", "made by the install");
-    WriteFile(account + "/cs16ludax.bak", std::string("\1\0\0\0", 4));
+    WriteFile(account + "/cs16ludax.bak", archiveHeader);
     WriteFile(account + "/cs16ludax_1.bak", content + "cfg/" + ansi + "/ludax.cfg\r\n" + content + "cfg/" + ansi +
                                                 "\r\n" + content + "cfg\r\n");
     steam.Register();

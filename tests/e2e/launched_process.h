@@ -9,14 +9,12 @@
 
 class LaunchedProcess {
 public:
-    // Starts `exe` with `arguments` (none by default); Started() tells whether CreateProcessW
-    // succeeded.
+    // Starts `exe` with `arguments` (none by default).
     explicit LaunchedProcess(const std::wstring& exe, const std::wstring& arguments = std::wstring());
     ~LaunchedProcess();
     LaunchedProcess(const LaunchedProcess&) = delete;
     LaunchedProcess& operator=(const LaunchedProcess&) = delete;
 
-    bool Started() const { return process != nullptr; }
     DWORD Id() const { return id; }
     bool Running() const;
 

@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 #include "ludax_session.h"
 #include "player_pc.h"
 
@@ -51,7 +49,7 @@ TEST(NothingLost, EachButtonWaitsForTheGameToCloseAndReadsTheInstalledStateFromT
 
     // Installed meanwhile by another copy: once the game is closed, Retry goes on to the reinstall
     // question; while it still runs, Retry asks again.
-    WriteFile(archive, std::string("\1\0\0\0", 4));
+    WriteFile(archive, archiveHeader);
     EXPECT_EQ(ludax.Click(cs16Install, IDRETRY), running);
     EXPECT_EQ(ludax.Answer(IDRETRY, [&] { game.Close(); }), running);
     EXPECT_EQ(ludax.Answer(IDNO), Question(cs16.question, ludax.window));
@@ -61,7 +59,7 @@ TEST(NothingLost, EachButtonWaitsForTheGameToCloseAndReadsTheInstalledStateFromT
     const std::string madeByIt = steam.Account(account) + "/counter-strike/cstrike/ludax.cfg";
     WriteFile(madeByIt, "made by an install");
     WriteFile(steam.Account(account) + "/cs16ludax_1.bak", madeByIt + "\r\n");
-    std::filesystem::remove(archive);
+    RemovePath(archive);
     EXPECT_EQ(ludax.Click(cs16Uninstall), Message(cs16.uninstalled, ludax.window));
     EXPECT_EQ(Snapshot(steam.Path()), before);
     EXPECT_FALSE(ludax.Enabled()[cs16Uninstall]);

@@ -14,8 +14,7 @@
 enum AccountPart : unsigned {
     cs16Game = 1,    // counter-strike/cstrike/ with a player's config.cfg
     cssGame = 2,     // counter-strike source/cstrike/ with a player's config.cfg
-    cs16Backup = 4,  // cs16ludax.bak: an empty backup archive
-    cssBackup = 8,   // cssludax.bak: an empty backup archive
+    cssBackup = 4,   // cssludax.bak: an empty backup archive
 };
 
 class SteamFolder {
@@ -38,12 +37,6 @@ private:
     TempFolder temp;
     std::string steam;
 };
-
-// `path` with backslashes, as Steam writes a library's path.
-std::string Backslashed(std::string path);
-
-// libraryfolders.vdf naming `libraries`, as Steam writes it: backslashes, doubled in quotes.
-std::string LibraryList(const std::vector<std::string>& libraries);
 
 // A game left running: a copy of the test program under a game's program name ("hl.exe"), which
 // then only waits (see main.cpp), until the test closes it.

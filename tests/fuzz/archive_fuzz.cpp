@@ -78,20 +78,27 @@ void CheckName(const std::string& name)
         Require(IsRemovableLine(game + "/cstrike/" + name, game, game + "/cstrike/") == acceptable);
 }
 
-std::string ScratchFile()
-{
-    char path[] = "/tmp/ludax-archive-fuzz-XXXXXX";
-    int file = mkstemp(path);
-    Require(file >= 0);
-    close(file);
-    return path;
-}
+// The file each input is written to, in TMPDIR, removed when the fuzzer ends.
+struct ScratchFile {
+    std::string path;
+    ScratchFile()
+    {
+        const char* folder = std::getenv("TMPDIR");
+        std::string pattern = std::string(folder && *folder ? folder : "/tmp") + "/ludax-archive-fuzz-XXXXXX";
+        const int file = mkstemp(pattern.data());
+        Require(file >= 0);
+        close(file);
+        path = pattern;
+    }
+    ~ScratchFile() { unlink(path.c_str()); }
+};
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    static const std::string path = ScratchFile();
+    static const ScratchFile scratch;
+    const std::string& path = scratch.path;
     const std::string bytes(reinterpret_cast<const char*>(data), size);
     std::FILE* file = std::fopen(path.c_str(), "wb");
     Require(file && std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fclose(file) == 0);

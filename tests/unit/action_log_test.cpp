@@ -1,6 +1,8 @@
 // The log a LAN admin keeps: one line per thing an install or uninstall did.
 #include <gtest/gtest.h>
 
+#include <ctime>
+
 #include "action_log.h"
 #include "install_scene.h"
 
@@ -46,15 +48,25 @@ TEST(ActionLog, TheFileGainsALinePerActionStampedInUtc)
     TempFolder root;
     const std::string path = root.Path() + "/ludax.log";
     WriteFile(path, "an earlier line\r\n");
+    // The time in UTC as ISO 8601 writes it, which sorts as the times do.
+    const auto utcNow = [] {
+        const std::time_t now = std::time(nullptr);
+        char text[32] = {};
+        std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", std::gmtime(&now));
+        return std::string(text);
+    };
+    const std::string before = utcNow();
     {
         ActionLogFile file(path);
         ASSERT_TRUE(file.IsOpen());
         file.AsLog()("wrote", "C:/Steam/a b.cfg");
     }
-    const std::string log = ReadFile(path);
+    const std::string after = utcNow(), log = ReadFile(path);
     ASSERT_EQ(log.size(), 17u + 20 + 1 + 5 + 1 + 16 + 2) << log;
     EXPECT_EQ(log.substr(0, 17), "an earlier line\r\n");
     EXPECT_EQ(log.substr(17 + 20), "\twrote\tC:/Steam/a b.cfg\r\n");
+    const std::string stamp = log.substr(17, 20);
+    EXPECT_TRUE(before <= stamp && stamp <= after) << stamp << " is not between " << before << " and " << after;
     EXPECT_FALSE(ActionLogFile(root.Path() + "/no such folder/ludax.log").IsOpen());
 }
 

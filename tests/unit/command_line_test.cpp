@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "command_line.h"
-#include "install_scene.h"
+#include "game_profile.h"
 #include "run_command.h"
 #include "steam_layouts.h"
 #include "test_registry.h"
@@ -63,18 +63,6 @@ TEST(CommandLine, ReadsTheCommandsInAnyCaseWithEitherSignAndRefusesTheRest)
     }
 }
 
-// Steam in the registry (the test run's own), with the places the test lays out.
-class Steam {
-public:
-    Steam() { SetUserRegistryString(key, "SteamPath", folder.Path()); }
-    ~Steam() { DeleteUserRegistryKey(key); }
-    std::string Apps() const { return folder.Path() + "/steamapps/"; }
-
-private:
-    const std::string key = "Software\\Valve\\Steam";
-    TempFolder folder;
-};
-
 CommandResult Ask(const Args& args)
 {
     Command command;
@@ -85,12 +73,9 @@ CommandResult Ask(const Args& args)
 
 TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
 {
-    {
-        Steam steam;
-        DeleteUserRegistryKey("Software\\Valve\\Steam");
-        EXPECT_EQ(Ask({"/list"}).status, 2);
-    }
-    Steam steam;
+    DeleteUserRegistryKey(RegisteredSteam::key);
+    EXPECT_EQ(Ask({"/list"}).status, 2);
+    RegisteredSteam steam;
     EXPECT_EQ(Ask({"/list"}).out, "");
     EXPECT_EQ(Ask({"/install", "cs16"}).status, 3);  // no place holds the game
     const SteamAccount place = AccountFolderEntry(steam.Apps(), "player");
@@ -120,7 +105,7 @@ TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
 
 TEST(CommandLine, AnInstallThatStopsIs6AndAnUninstallThatKeepsItsBackupsIs7)
 {
-    Steam steam;
+    RegisteredSteam steam;
     const SteamAccount place = AccountFolderEntry(steam.Apps(), "player");
     WriteFile(place.cs16Content + "config.cfg", "player's config");
     MakeFolders(place.cs16Content + "autobuy.txt/in the way");  // a folder where a file must go

@@ -73,7 +73,7 @@ TEST(Discovery, FindGamesKeepsQualifyingFoldersInListingOrder)
     std::string apps = steam.Path() + "/steamapps/";
     MakeFolders(apps + "alice/counter-strike");
     MakeFolders(apps + "bob/counter-strike source");
-    WriteFile(apps + "bob/cssludax.bak", "\x01\0\0\0");
+    WriteFile(apps + "bob/cssludax.bak", archiveHeader);
     WriteFile(apps + "carol/cs16ludax.bak", "");          // a backup with no game folder
     WriteFile(apps + "frank/cssludax.bak", "");           // the other game's backup alone
     WriteFile(apps + "erin/counter-strike", "not a folder");  // a file counts as present
@@ -84,10 +84,9 @@ TEST(Discovery, FindGamesKeepsQualifyingFoldersInListingOrder)
     std::vector<SteamAccount> accounts = FindGames(apps);
 
     std::vector<std::string> expectedOrder;
-    for (const sys::ListedEntry& entry : sys::ListFolder(apps))
-        if (entry.name == "alice" || entry.name == "bob" || entry.name == "carol" || entry.name == "erin" ||
-            entry.name == "frank")
-            expectedOrder.push_back(entry.name);
+    for (const std::string& name : NamesIn(apps))
+        if (name == "alice" || name == "bob" || name == "carol" || name == "erin" || name == "frank")
+            expectedOrder.push_back(name);
     ASSERT_EQ(Names(accounts), expectedOrder);
     for (const SteamAccount& a : accounts) {
         SCOPED_TRACE(a.name);
@@ -115,16 +114,6 @@ TEST(Discovery, DotEntriesAreTestedLikeAnyOther)
     }
 }
 
-// Steam writes library paths with backslashes on Windows; elsewhere only '/' separates.
-std::string AsSteamWritesIt(std::string path)
-{
-#ifdef _WIN32
-    for (char& c : path)
-        c = c == '/' ? '\\' : c;
-#endif
-    return path;
-}
-
 // A Steam library with Counter-Strike 1.6 and/or Counter-Strike: Source in its shared game folder.
 void AddLibraryGames(const std::string& library, bool cs16, bool css)
 {
@@ -145,30 +134,16 @@ TEST(Discovery, AccountFoldersFirstThenEveryLibraryInOrder)
     MakeFolders(third.Path() + "/steamapps/common/Half-Life/valve");  // no cstrike: nothing of ours
     WriteFile(backupOnly.Path() + "/steamapps/common/cs16ludax.bak", "\x01");
 
-    // Paths as Steam writes them: backslashes doubled, the Steam folder listed again in another
-    // spelling, one library four times in the ways Windows names a folder, and one that no
-    // longer exists.
-    auto quoted = [](const std::string& path) {
-        std::string escaped;
-        for (char c : AsSteamWritesIt(path))
-            escaped += c == '\\' ? std::string("\\\\") : std::string(1, c);
-        return "\"" + escaped + "\"";
-    };
+    // Paths as Steam writes them, the Steam folder listed again in another spelling, one library
+    // four times in the ways Windows names a folder, and one that no longer exists.
     std::string steamAgain = steam.Path();
     for (char& c : steamAgain)
         c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    const std::string secondName = second.Path().substr(second.Path().rfind('/') + 1);
     WriteFile(apps + "libraryfolders.vdf",
-              "\"libraryfolders\"\n{\n\t\"contentstatsid\"\t\t\"1\"\n"
-              "\t\"0\"\n\t{\n\t\t\"path\"\t\t" + quoted(steamAgain + "/") + "\n\t}\n"
-              "\t\"1\"\n\t{\n\t\t\"path\"\t\t" + quoted(second.Path()) + "\n\t}\n"
-              "\t\"2\"\n\t{\n\t\t\"path\"\t\t" + quoted(stale.Path() + "/gone") + "\n\t}\n"
-              "\t\"3\"\n\t{\n\t\t\"path\"\t\t" + quoted(third.Path()) + "\n\t}\n"
-              "\t\"4\"\n\t{\n\t\t\"path\"\t\t" + quoted(second.Path() + "/") + "\n\t}\n"
-              "\t\"5\"\n\t{\n\t\t\"path\"\t\t" + quoted(backupOnly.Path()) + "\n\t}\n"
-              "\t\"6\"\n\t{\n\t\t\"path\"\t\t" + quoted(second.Path() + "/.") + "\n\t}\n"
-              "\t\"7\"\n\t{\n\t\t\"path\"\t\t" +
-              quoted(second.Path() + "/../" + second.Path().substr(second.Path().rfind('/') + 1)) + "\n\t}\n"
-              "\t\"8\"\n\t{\n\t\t\"path\"\t\t" + quoted(second.Path() + "//x/..") + "\n\t}\n}\n");
+              LibraryList({steamAgain + "/", second.Path(), stale.Path() + "/gone", third.Path(), second.Path() + "/",
+                           backupOnly.Path(), second.Path() + "/.", second.Path() + "/../" + secondName,
+                           second.Path() + "//x/.."}));
 
     const std::string secondAsWritten = AsSteamWritesIt(second.Path());
     const std::string backupOnlyAsWritten = AsSteamWritesIt(backupOnly.Path());

@@ -5,6 +5,8 @@
 
 #include <sys/stat.h>
 
+#include <functional>
+
 #include "install_scene.h"
 
 namespace {

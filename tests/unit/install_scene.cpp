@@ -1,6 +1,5 @@
 #include "install_scene.h"
 
-#include "container.h"
 #include "steam_layouts.h"
 
 const std::vector<PayloadFile> testPayload = {
@@ -10,9 +9,17 @@ const std::vector<PayloadFile> testPayload = {
     {"cfg/config.cfg", "exec ludax/binds.cfg\r\n"},
 };
 
-InstallScene::InstallScene(const std::vector<PayloadFile>& files, const GameProfile& game)
-    : InstallScene(game, Paths{})
+InstallScene::InstallScene(const std::vector<PayloadFile>& files)
+    : steamapps(steam.Path() + "/steamapps/"),
+      account(AccountFolderEntry(steamapps, "player")),
+      accountFolder(account.folder),
+      profile(cs16Profile),
+      content(account.cs16Content),
+      archivePath(accountFolder + profile.archiveName),
+      removalListPath(accountFolder + profile.removalListName)
 {
+    account.hasCs16 = account.hasCss = true;
+    MakeFolders(content);
     Repack(files);
 }
 
@@ -26,27 +33,6 @@ void InstallScene::Repack(const std::vector<PayloadFile>& newFiles)
     packed.push_back('\0');  // like the embedded ones: a zero byte that belongs to no record
     payload = {packed.size() - 1, packed.data()};
     profile.payload = &payload;
-}
-
-InstallScene::InstallScene(const GameProfile& game) : InstallScene(game, Paths{})
-{
-    WalkRecords(game.payload->start, game.payload->length, 0, [&](const ContainerRecord& record) {
-        files.push_back({record.name, std::string(record.data, record.size)});
-        return true;
-    });
-}
-
-InstallScene::InstallScene(const GameProfile& game, Paths)
-    : steamapps(steam.Path() + "/steamapps/"),
-      account(AccountFolderEntry(steamapps, "player")),
-      accountFolder(account.folder),
-      profile(game),
-      content(account.*game.contentFolder),
-      archivePath(accountFolder + game.archiveName),
-      removalListPath(accountFolder + game.removalListName)
-{
-    account.hasCs16 = account.hasCss = true;
-    MakeFolders(content);
 }
 
 std::string InstallScene::BytesOf(const std::string& path)

@@ -1,6 +1,6 @@
 #pragma once
-// A Steam folder with one account, "player", whose Counter-Strike content folder exists, ready
-// for InstallConfig and UninstallConfig.
+// A Steam folder with one account, "player", whose Counter-Strike 1.6 content folder exists,
+// ready for InstallConfig and UninstallConfig over a payload the test chooses.
 
 #include <string>
 #include <vector>
@@ -22,11 +22,8 @@ extern const std::vector<PayloadFile> testPayload;
 
 class InstallScene {
 public:
-    // The game's own texts and paths over a payload packed from `files`.
-    explicit InstallScene(const std::vector<PayloadFile>& files = testPayload,
-                          const GameProfile& game = cs16Profile);
-    // The game exactly as shipped, its embedded payload included.
-    explicit InstallScene(const GameProfile& game);
+    // The game's own paths over a payload packed from `files`.
+    explicit InstallScene(const std::vector<PayloadFile>& files = testPayload);
     InstallScene(const InstallScene&) = delete;
     InstallScene& operator=(const InstallScene&) = delete;
 
@@ -35,7 +32,6 @@ public:
 
     InstallOutcome Install() { return InstallConfig(profile, account); }
     UninstallOutcome Uninstall() { return UninstallConfig(profile, account); }
-    bool Installed() const { return account.*profile.installedFlag; }
 
     // The file's bytes, or "<absent>".
     static std::string BytesOf(const std::string& path);
@@ -53,9 +49,6 @@ public:
     std::vector<PayloadFile> files;
 
 private:
-    struct Paths {};
-    InstallScene(const GameProfile& game, Paths);  // the folders and paths only
-
     std::vector<char> packed;
     EmbeddedContainer payload{};
 };

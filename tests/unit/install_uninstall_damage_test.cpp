@@ -6,6 +6,8 @@
 #include <sys/stat.h>
 #endif
 
+#include <functional>
+
 #include "install_scene.h"
 #include "system.h"
 

@@ -79,7 +79,7 @@ TEST(Uninstall, ArchiveMissingTooShortOrWithAnyHeader)
     const Tree emptyGame{{"counter-strike", "<folder>"}, {"counter-strike/cstrike", "<folder>"}};
     for (std::size_t size = 0; size <= 4; ++size) {
         InstallScene scene;
-        WriteFile(scene.archivePath, std::string("\x01\0\0\0", 4).substr(0, size));
+        WriteFile(scene.archivePath, archiveHeader.substr(0, size));
         scene.Uninstall();
         EXPECT_EQ(Snapshot(scene.accountFolder), emptyGame) << size << " bytes";
     }

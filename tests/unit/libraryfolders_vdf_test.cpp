@@ -59,7 +59,7 @@ TEST(LibraryFolders, DamageKeepsWhatCameBeforeIt)
     EXPECT_EQ(ParseLibraryFolders("\"LibraryFolders\" { \"1\" \"D:\\\\One\" \"2\" \"E:\\\\Tw"),
               Paths{"D:\\One"});
     // Binary bytes end the reading where they stand.
-    EXPECT_EQ(ParseLibraryFolders(std::string("\"LibraryFolders\" { \"1\" \"D:\\\\One\" \"2\" \"E:\0\x01\" }", 40)),
+    EXPECT_EQ(ParseLibraryFolders("\"LibraryFolders\" { \"1\" \"D:\\\\One\" \"2\" \"E:" + std::string(1, '\0') + "\x01\" }"),
               Paths{"D:\\One"});
     EXPECT_EQ(ParseLibraryFolders("\"LibraryFolders\" { \"1\" \"D:\\\\One\" \"2\" \"E:\x01\" }"), Paths{"D:\\One"});
     EXPECT_TRUE(ParseLibraryFolders(std::string("\x00\x00\x00\x01\xFF\xFE", 6)).empty());

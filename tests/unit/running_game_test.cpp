@@ -86,16 +86,14 @@ TEST(RunningGame, EitherGamesProgramsAreFoundByNameInAnyLetterCase)
     EXPECT_FALSE(GameIsRunning(cs16Profile));
 
     // A LAN admin's install meets the game left open.
-    TempFolder steam;
-    SetUserRegistryString("Software\\Valve\\Steam", "SteamPath", steam.Path());
-    WriteFile(AccountFolderEntry(steam.Path() + "/steamapps/", "player").cs16Content + "config.cfg", "player's");
+    RegisteredSteam steam;
+    WriteFile(AccountFolderEntry(steam.Apps(), "player").cs16Content + "config.cfg", "player's");
     Program game("hl.exe");
     ASSERT_TRUE(Soon([] { return GameIsRunning(cs16Profile); }));
     Command install;
     std::string error;
     ASSERT_TRUE(ParseCommandLine({"/install", "cs16"}, install, error));
     EXPECT_EQ(RunCommand(install).status, 5);
-    DeleteUserRegistryKey("Software\\Valve\\Steam");
 }
 
 }  // namespace

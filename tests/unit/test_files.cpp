@@ -139,9 +139,6 @@ bool Exists(const std::string& path)
     return fs::exists(Native(path), ignored);
 }
 
-namespace {
-
-// The names of what a folder holds, as UTF-8.
 std::vector<std::string> NamesIn(const std::string& folder)
 {
     std::vector<std::string> names;
@@ -163,6 +160,8 @@ std::vector<std::string> NamesIn(const std::string& folder)
 #endif
     return names;
 }
+
+namespace {
 
 // Adds what `folder` holds below `relative` (empty or ending with '/').
 void AddEntries(const std::string& folder, const std::string& relative, std::map<std::string, std::string>& tree)
@@ -287,4 +286,25 @@ std::string Western(const std::string& utf8)
         bytes += static_cast<char>((lead & 0x03) << 6 | (static_cast<unsigned char>(utf8[++i]) & 0x3F));
     }
     return bytes;
+}
+
+std::string AsSteamWritesIt(std::string path)
+{
+#ifdef _WIN32
+    for (char& c : path)
+        c = c == '/' ? '\\' : c;
+#endif
+    return path;
+}
+
+std::string LibraryList(const std::vector<std::string>& libraries)
+{
+    std::string list = "\"libraryfolders\"\r\n{\r\n\t\"contentstatsid\"\t\t\"-4254418836617418516\"\r\n";
+    for (std::size_t i = 0; i < libraries.size(); ++i) {
+        std::string escaped;
+        for (char c : AsSteamWritesIt(libraries[i]))
+            escaped += c == '\\' ? std::string("\\\\") : std::string(1, c);
+        list += "\t\"" + std::to_string(i) + "\"\r\n\t{\r\n\t\t\"path\"\t\t\"" + escaped + "\"\r\n\t}\r\n";
+    }
+    return list + "}\r\n";
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 class TempFolder {
 public:
@@ -27,6 +28,10 @@ void MakeFolders(const std::string& path);
 void RemovePath(const std::string& path);
 bool Exists(const std::string& path);
 
+// The names of what `folder` holds ("." and ".." left out), as UTF-8, in the order the system
+// lists them: through calls of the tests' own, not the program's.
+std::vector<std::string> NamesIn(const std::string& folder);
+
 // Every file and folder below `folder`: relative path -> file bytes, or "<folder>" for a folder.
 using Tree = std::map<std::string, std::string>;
 Tree Snapshot(const std::string& folder);
@@ -41,6 +46,12 @@ bool MakeLink(const std::string& target, const std::string& link);
 // bytes from the code under test.
 std::string Le32(std::uint32_t value);
 std::string Record(const std::string& name, const std::string& data);
+// A path as Steam writes it in its files: with '\' on Windows; elsewhere only '/' separates.
+std::string AsSteamWritesIt(std::string path);
+// libraryfolders.vdf as Steam writes it today, naming `libraries` in order, backslashes doubled
+// in the quotes.
+std::string LibraryList(const std::vector<std::string>& libraries);
+
 // UTF-8 text whose letters all lie below U+0100, as the single-byte Western code page (1252,
 // which the POSIX body stands in with) writes it: how an earlier version wrote a path.
 std::string Western(const std::string& utf8);

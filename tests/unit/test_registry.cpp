@@ -29,8 +29,6 @@ void SetUserRegistryString(const std::string& key, const std::string& value, con
 void DeleteUserRegistryKey(const std::string& key) { RegDeleteTreeA(HKEY_CURRENT_USER, key.c_str()); }
 
 #else
-#include <unistd.h>
-
 #include <cstdlib>
 #include <filesystem>
 
@@ -47,17 +45,11 @@ std::string KeyFolder(const std::string& key)
     return folder;
 }
 
-// Points the POSIX registry at a folder of the test run's own.
-const std::string& RegistryRoot()
+// Points the POSIX registry at a folder of the test run's own, removed when the run ends.
+void RegistryRoot()
 {
-    static const std::string root = [] {
-        std::string path = (std::filesystem::temp_directory_path() /
-                             ("ludax-registry-" + std::to_string(getpid())))
-                               .generic_string();
-        setenv("LUDAX_REGISTRY", path.c_str(), 1);
-        return path;
-    }();
-    return root;
+    static const TempFolder root;
+    setenv("LUDAX_REGISTRY", root.Path().c_str(), 1);
 }
 
 }  // namespace
