@@ -32,7 +32,7 @@ SteamAccount* Ludax::SelectedAccount()
         return nullptr;
     SteamAccount& place = accounts[index];
     for (const GameProfile* game : {&cs16Profile, &cssProfile})
-        place.*game->installedFlag = sys::PathExists(place.folder + game->archiveName);
+        place.*game->installedFlag = sys::PathExists(BackupFilesOf(*game, place).archive);
     return &place;
 }
 
@@ -70,7 +70,7 @@ void Ludax::Install(const GameActions& game)
     }
     const InstallOutcome outcome = InstallConfig(game.profile, *place, log);
     if (outcome.result != InstallOutcome::Result::installed)
-        EndWithMessage(texts::Stopped(outcome), texts::hibaColonCaption, MB_OK);
+        EndWithMessage(texts::InstallStopped(outcome), texts::hibaColonCaption, MB_OK);
     ShowInstalled(game, *place);
     ShowMessage(game.texts.installed, texts::messageCaption, MB_ICONINFORMATION);
 }

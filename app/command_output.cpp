@@ -8,7 +8,9 @@ CommandOutput::CommandOutput(DWORD which) : handle(GetStdHandle(which))
         return;
     // Not redirected: the console of the program that started this one, if it has one.
     AttachConsole(ATTACH_PARENT_PROCESS);
-    handle = CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+    console = ScopedFileHandle(
+        CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr));
+    handle = console.Get();
 }
 
 void CommandOutput::Write(const std::string& text)

@@ -7,6 +7,8 @@
 
 #include <string>
 
+#include "scoped_handle.h"
+
 class CommandOutput {
 public:
     explicit CommandOutput(DWORD which);  // STD_OUTPUT_HANDLE or STD_ERROR_HANDLE
@@ -15,4 +17,5 @@ public:
 
 private:
     HANDLE handle = nullptr;
+    ScopedFileHandle console;  // the parent's console, opened here, when nothing was redirected
 };

@@ -132,7 +132,7 @@ void Ludax::Centre()
 // the places' order. Without any, the program has nothing to offer and ends.
 void Ludax::FindGames()
 {
-    accounts = ::FindGames(steamappsPath);
+    accounts = ::FindGames(steamappsPath).places;
     if (accounts.empty())
         EndWithMessage(texts::nothingInstalled, texts::hibaColonCaption, MB_OK | MB_ICONERROR);
     connections.push_back({accountSelect, CBN_SELCHANGE, &Ludax::SelectAccount});

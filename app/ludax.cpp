@@ -29,6 +29,12 @@ constexpr SIZE closeClickArea{42, 29};
 
 }  // namespace
 
+void EndWithMessage(const std::string& text, const char* caption, UINT style)
+{
+    MessageBoxW(nullptr, Wide(text).c_str(), Wide(caption).c_str(), style);
+    std::exit(-1);
+}
+
 Ludax::Ludax(ActionLog log) : log(std::move(log))
 {
     if (HDC screen = GetDC(nullptr)) {

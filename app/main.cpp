@@ -12,17 +12,18 @@
 #include "command_output.h"
 #include "ludax.h"
 #include "run_command.h"
+#include "scoped_handle.h"
 #include "texts.h"
 #include "wide_text.h"
 
 namespace {
 
 // One copy at a time: two copies would each take the other's changes for the player's files.
-// Held until the process ends; false when another copy holds it.
-bool OnlyCopy()
+// The mark of this copy, held while it lives; none when another copy holds it.
+ScopedKernelObject OnlyCopy()
 {
-    HANDLE copy = CreateMutexW(nullptr, FALSE, L"Local\\LudaxConfig");
-    return copy != nullptr && GetLastError() != ERROR_ALREADY_EXISTS;
+    ScopedKernelObject copy(CreateMutexW(nullptr, FALSE, L"Local\\LudaxConfig"));
+    return GetLastError() == ERROR_ALREADY_EXISTS ? ScopedKernelObject() : std::move(copy);
 }
 
 // The arguments after the program's name, as UTF-8.
@@ -40,7 +41,9 @@ std::vector<std::string> Arguments()
 int RunWithoutWindow(const Command& command)
 {
     CommandOutput out(STD_OUTPUT_HANDLE), err(STD_ERROR_HANDLE);
-    if (command.kind != Command::Kind::usage && !OnlyCopy()) {
+    // The usage changes nothing, so it runs beside any other copy.
+    ScopedKernelObject copy;
+    if (command.kind != Command::Kind::usage && !(copy = OnlyCopy()).IsValid()) {
         err.Write(texts::command::anotherCopy);
         return exitStatus::anotherCopy;
     }
@@ -60,12 +63,6 @@ int RunWithoutWindow(const Command& command)
 
 }  // namespace
 
-void EndWithMessage(const std::string& text, const char* caption, UINT style)
-{
-    MessageBoxW(nullptr, Wide(text).c_str(), Wide(caption).c_str(), style);
-    std::exit(-1);
-}
-
 // What ends the program when an exception is not caught (none is thrown on purpose). The
 // standard library's default prints the exception's demangled type name first, which pulls
 // the whole C++ demangler into the .exe for a console this program does not have.
@@ -83,7 +80,8 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
     }
     if (command.kind != Command::Kind::window)
         return RunWithoutWindow(command);
-    if (!OnlyCopy()) {
+    const ScopedKernelObject copy = OnlyCopy();
+    if (!copy.IsValid()) {
         // The player started it again: the running window is what they are after.
         if (HWND running = FindWindowW(ludaxWindowClass, nullptr)) {
             if (IsIconic(running))

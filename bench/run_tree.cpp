@@ -12,9 +12,11 @@ RunTree MakeRunTree(const std::string& workFolder, const std::string& label, con
     tree.root = workFolder + "/" + label;
     tree.steamappsPath = tree.root + "/steamapps/";
     tree.account = "player";
-    tree.contentFolder = AccountFolderEntry(tree.steamappsPath, tree.account).*game.contentFolder;
-    tree.archivePath = tree.steamappsPath + tree.account + game.archiveName;
-    tree.removalListPath = tree.steamappsPath + tree.account + game.removalListName;
+    const SteamAccount place = AccountFolderEntry(tree.steamappsPath, tree.account);
+    const BackupFiles backup = BackupFilesOf(game, place);
+    tree.contentFolder = place.*game.contentFolder;
+    tree.archivePath = backup.archive;
+    tree.removalListPath = backup.removalList;
     std::filesystem::remove_all(tree.root);
     std::filesystem::create_directories(tree.contentFolder);
     return tree;

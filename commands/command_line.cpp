@@ -1,23 +1,18 @@
 #include "command_line.h"
 
-namespace {
+#include "text_encoding.h"
 
-std::string Lower(std::string text)
-{
-    for (char& c : text)
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    return text;
-}
+namespace {
 
 // "/yes" or "-YES" as "yes"; empty for a word that is no switch.
 std::string Switch(const std::string& arg)
 {
-    return arg.size() > 1 && (arg[0] == '/' || arg[0] == '-') ? Lower(arg.substr(1)) : std::string();
+    return arg.size() > 1 && (arg[0] == '/' || arg[0] == '-') ? AsciiLower(arg.substr(1)) : std::string();
 }
 
 const GameProfile* Game(const std::string& name)
 {
-    const std::string key = Lower(name);
+    const std::string key = AsciiLower(name);
     return key == "cs16" ? &cs16Profile : key == "css" ? &cssProfile : nullptr;
 }
 

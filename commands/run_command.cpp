@@ -17,7 +17,7 @@ struct GameFacts {
 
 GameFacts FactsOf(const GameProfile& game)
 {
-    return {texts::Of(game), &game == &cs16Profile ? &SteamAccount::hasCs16 : &SteamAccount::hasCss, game.installedFlag};
+    return {texts::Of(game), game.presentFlag, game.installedFlag};
 }
 
 const char* State(const SteamAccount& place, const GameFacts& facts)
@@ -87,7 +87,7 @@ CommandResult RunCommand(const Command& command, const ActionLog& log)
     const SteamPath steam = ReadSteamappsPath();
     if (steam.read != sys::RegistryRead::ok)
         return Stop(exitStatus::steamNotFound, texts::command::steamNotFound);
-    std::vector<SteamAccount> places = FindGames(steam.steamappsPath);
+    std::vector<SteamAccount> places = FindGames(steam.steamappsPath).places;
     if (command.kind == Command::Kind::list)
         return {exitStatus::done, List(places), std::string()};
 
@@ -106,7 +106,7 @@ CommandResult RunCommand(const Command& command, const ActionLog& log)
                         texts::command::InstalledAlready(facts.texts, texts::command::Place(number, *place)));
         const InstallOutcome outcome = InstallConfig(game, *place, log);
         if (outcome.result != InstallOutcome::Result::installed)
-            return Stop(exitStatus::installStopped, texts::Stopped(outcome) + "\n");
+            return Stop(exitStatus::installStopped, texts::InstallStopped(outcome) + "\n");
         return {exitStatus::done, std::string(facts.texts.installed) + "\n", std::string()};
     }
     const bool keptBackup = UninstallConfig(game, *place, log).backupKept;

@@ -19,31 +19,35 @@ void AppendArchiveHeader(OutputFile& archive)
     archive.Append(header);
 }
 
-bool AppendBackupRecord(OutputFile& archive, const std::string& name, const std::string& existingFile)
+sys::Status AppendBackupRecord(OutputFile& archive, const std::string& name, const std::string& existingFile)
 {
     sys::File in = sys::File::OpenForReading(existingFile);
     if (!in.IsOpen())
-        return false;
+        return sys::Status::Failed(in.OpenFailure());
     const std::uint64_t size = in.Size();
+    if (size > largestBackup)
+        return sys::Status::Failed(sys::Reason::Refused(sys::Reason::Own::tooLargeToBackUp));
     const std::uint64_t start = archive.End();
-    bool copied = size <= largestBackup;
-    if (copied) {
-        std::string head;
-        AppendLittleEndian32(head, static_cast<std::uint32_t>(name.size()));
-        head += name;
-        AppendLittleEndian32(head, static_cast<std::uint32_t>(size));
-        copied = archive.Append(head);
-        std::vector<char> block(static_cast<std::size_t>(std::min(size, copyBlock)));
-        for (std::uint64_t left = size; copied && left > 0;) {
-            const std::size_t part = static_cast<std::size_t>(std::min<std::uint64_t>(left, block.size()));
-            copied = in.Read(block.data(), part) && archive.Append(block.data(), part);
-            left -= part;
-        }
-        copied = in.Close() && copied;
-        if (!copied)
-            static_cast<void>(archive.CutBack(start));  // else a cut record ends the archive: passed over
+    std::string head;
+    AppendLittleEndian32(head, static_cast<std::uint32_t>(name.size()));
+    head += name;
+    AppendLittleEndian32(head, static_cast<std::uint32_t>(size));
+    bool appended = archive.Append(head);
+    sys::Status read;
+    std::vector<char> block(static_cast<std::size_t>(std::min(size, copyBlock)));
+    for (std::uint64_t left = size; appended && read && left > 0;) {
+        const std::size_t part = static_cast<std::size_t>(std::min<std::uint64_t>(left, block.size()));
+        read = in.Read(block.data(), part);
+        appended = read && archive.Append(block.data(), part);
+        left -= part;
     }
-    return copied;
+    if (read)
+        read = in.Close();
+    if (read && appended)
+        return read;
+    // Should the cut fail too, the archive ends in a cut record, which every reader passes over.
+    static_cast<void>(archive.CutBack(start));
+    return read ? archive.State() : read;
 }
 
 ArchiveReader::ArchiveReader(const std::string& path) : file(sys::File::OpenForReading(path))
@@ -54,17 +58,25 @@ ArchiveReader::ArchiveReader(const std::string& path) : file(sys::File::OpenForR
     // The header's four bytes are skipped unread; an archive no longer than them holds nothing.
     position = 4;
     wholeEnd = size < 4 ? 0 : 4;
-    if (size > 4 && !file.Skip(4))
+    if (size > 4)
+        Fail(file.Skip(4));
+}
+
+bool ArchiveReader::Fail(const sys::Status& read)
+{
+    if (!read && !failed) {
         failed = true;
+        failure = read.Why();
+    }
+    return false;
 }
 
 bool ArchiveReader::ReadLength(std::uint32_t& value)
 {
     char bytes[4];
-    if (!file.Read(bytes, sizeof bytes)) {
-        failed = true;
-        return false;
-    }
+    const sys::Status read = file.Read(bytes, sizeof bytes);
+    if (!read)
+        return Fail(read);
     position += 4;
     value = DecodeLittleEndian32(bytes);
     return true;
@@ -75,10 +87,9 @@ bool ArchiveReader::Next(std::string& name, bool& nameTooLong, std::uint32_t& da
     if (!file.IsOpen() || failed)
         return false;
     if (unreadData > 0) {
-        if (!file.Skip(unreadData)) {
-            failed = true;
-            return false;
-        }
+        const sys::Status skipped = file.Skip(unreadData);
+        if (!skipped)
+            return Fail(skipped);
         position += unreadData;
         unreadData = 0;
     }
@@ -86,17 +97,15 @@ bool ArchiveReader::Next(std::string& name, bool& nameTooLong, std::uint32_t& da
     // end, ends the walk.
     std::uint32_t nameSize = 0;
     if (position >= size || size - position < 4 || !ReadLength(nameSize) ||
-        nameSize > 0x7FFFFFFF || size - position < std::uint64_t{nameSize} + 4)
+        nameSize > largestBackup || size - position < std::uint64_t{nameSize} + 4)
         return false;
     nameTooLong = nameSize > sys::maxPathBytes;
     name.assign(nameTooLong ? 0 : nameSize, '\0');
-    const bool nameRead = nameTooLong ? file.Skip(nameSize) : file.Read(&name[0], nameSize);
-    if (!nameRead) {
-        failed = true;
-        return false;
-    }
+    const sys::Status nameRead = nameTooLong ? file.Skip(nameSize) : file.Read(&name[0], nameSize);
+    if (!nameRead)
+        return Fail(nameRead);
     position += nameSize;
-    if (!ReadLength(dataSize) || dataSize > 0x7FFFFFFF || size - position < dataSize)
+    if (!ReadLength(dataSize) || dataSize > largestBackup || size - position < dataSize)
         return false;
     // Eight zero bytes, a record with no name and no data, is what a hole in a sparse or
     // half-written file reads as; walking a hole of gigabytes eight bytes at a time would
@@ -108,19 +117,21 @@ bool ArchiveReader::Next(std::string& name, bool& nameTooLong, std::uint32_t& da
     return true;
 }
 
-bool ArchiveReader::CopyData(const std::function<bool(const char* bytes, std::size_t size)>& write)
+sys::Status ArchiveReader::CopyData(const std::function<sys::Status(const char* bytes, std::size_t size)>& write)
 {
     std::vector<char> block(static_cast<std::size_t>(std::min(unreadData, copyBlock)));
     while (unreadData > 0) {
         const std::size_t part = static_cast<std::size_t>(std::min<std::uint64_t>(unreadData, block.size()));
-        if (!file.Read(block.data(), part)) {
-            failed = true;
-            return false;
+        const sys::Status read = file.Read(block.data(), part);
+        if (!read) {
+            Fail(read);
+            return read;
         }
         position += part;
         unreadData -= part;
-        if (!write(block.data(), part))
-            return false;  // the rest is skipped by the next Next()
+        const sys::Status written = write(block.data(), part);
+        if (!written)
+            return written;  // the rest is skipped by the next Next()
     }
-    return true;
+    return sys::Status();
 }

@@ -8,10 +8,10 @@ namespace {
 // Whether a backup file is there; unknown is a failure to read it (and a folder fails to open).
 bool There(const std::string& path, Cover& cover)
 {
-    const sys::EntryKind kind = sys::LookUp(path).kind;
-    if (kind == sys::EntryKind::unknown)
-        cover.unreadable = path;
-    return kind != sys::EntryKind::none;
+    const sys::Entry entry = sys::LookUp(path);
+    if (entry.kind == sys::EntryKind::unknown)
+        cover.unreadable = {path, entry.reason};
+    return entry.kind != sys::EntryKind::none;
 }
 
 }  // namespace
@@ -21,7 +21,7 @@ Cover ReadCover(const std::string& archivePath, const std::string& listPath, con
 {
     Cover cover;
     cover.archiveExists = There(archivePath, cover);
-    if (cover.archiveExists && cover.unreadable.empty()) {
+    if (cover.archiveExists && !cover.unreadable.Failed()) {
         ArchiveReader archive(archivePath);
         std::string name;
         bool nameTooLong = false;
@@ -30,17 +30,17 @@ Cover ReadCover(const std::string& archivePath, const std::string& listPath, con
             if (!nameTooLong && names.count(name))
                 cover.backedUp.insert(name);
         if (!archive.Opened() || archive.Failed())
-            cover.unreadable = archivePath;
+            cover.unreadable = {archivePath, archive.Why()};
         cover.archiveEnd = archive.WholeEnd();
     }
     cover.listExists = There(listPath, cover);
-    if (cover.listExists && cover.unreadable.empty()) {
-        const bool read = ReadRemovalListFile(listPath, [&](const std::string& path) {
+    if (cover.listExists && !cover.unreadable.Failed()) {
+        const sys::Status read = ReadRemovalListFile(listPath, [&](const std::string& path) {
             if (paths.count(path))
                 cover.listed.insert(path);
         }, &cover.listExtent);
         if (!read)
-            cover.unreadable = listPath;
+            cover.unreadable = {listPath, read.Why()};
     }
     return cover;
 }

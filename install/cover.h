@@ -7,6 +7,7 @@
 #include <set>
 #include <string>
 
+#include "call_status.h"
 #include "removal_list.h"
 
 struct Cover {
@@ -16,7 +17,7 @@ struct Cover {
     bool listExists = false;
     ListExtent listExtent;
     std::set<std::string> listed;    // paths of `paths` the removal list names
-    std::string unreadable;          // a backup file that is there but could not be read to its end
+    sys::Failure unreadable;         // a backup file that is there but could not be read to its end
 };
 
 // Reads both backup files, keeping only the names and paths asked about, so that a damaged

@@ -19,21 +19,22 @@ bool Found(const std::string& path, KnownFolders* known)
 
 }  // namespace
 
-std::string CreateFolders(const std::string& path, KnownFolders* known)
+sys::Failure CreateFolders(const std::string& path, KnownFolders* known)
 {
     for (std::size_t slash = path.find('/'); slash != std::string::npos;
          slash = path.find('/', slash + 1)) {
         std::string prefix = path.substr(0, slash);
         if (prefix.size() <= 3 || Found(prefix, known))
             continue;
-        if (sys::MakeFolder(prefix)) {
+        const sys::Status made = sys::MakeFolder(prefix);
+        if (made) {
             if (known)
                 (*known)[prefix] = false;
             continue;
         }
         // Someone else may have made it between the test and the attempt.
         if (!Found(prefix, known))
-            return prefix;
+            return {prefix, made.Why()};
     }
-    return std::string();
+    return {};
 }

@@ -5,6 +5,8 @@
 #include <string>
 #include <unordered_map>
 
+#include "call_status.h"
+
 // What one run has learned about the entries on its paths, so that none is looked up twice:
 // each folder found or made on the way to a target (or a file found where such a folder
 // belongs), mapped to whether it is a link. A target file is about to change and is always
@@ -14,5 +16,5 @@ using KnownFolders = std::unordered_map<std::string, bool>;
 // Makes every missing folder on the way to the file `path` (the file's own name is never made).
 // Prefixes of up to 3 characters (a drive letter with its colon, the empty root) are not
 // tested, and neither is a prefix that `known` already holds. Returns the first folder that
-// can neither be found nor made, or an empty string when every folder is there.
-[[nodiscard]] std::string CreateFolders(const std::string& path, KnownFolders* known = nullptr);
+// can neither be found nor made and why, or no failure when every folder is there.
+[[nodiscard]] sys::Failure CreateFolders(const std::string& path, KnownFolders* known = nullptr);

@@ -1,18 +1,15 @@
 #pragma once
-// The fixed data that makes one install and one uninstall procedure serve both games.
+// The fixed data that makes one install and one uninstall procedure serve both games: the game
+// as a place holds it (its folders, flags and backup files: steam_layouts.h), its payload and
+// its programs.
 
 #include <string>
 #include <vector>
 
 #include "embedded.h"
-#include "steam_account.h"
+#include "steam_layouts.h"
 
-struct GameProfile {
-    std::string SteamAccount::*gameFolder;     // the game's own folder: nothing outside it changes
-    std::string SteamAccount::*contentFolder;  // where the place puts this game's files
-    const char* archiveName;      // backup archive, in the place's folder
-    const char* removalListName;  // removal list, in the place's folder
-    bool SteamAccount::*installedFlag;
+struct GameProfile : PlaceGame {
     const EmbeddedContainer* payload;
     std::vector<std::string> programs;  // the game's own programs, lower case: while one runs, hands off
 };

@@ -17,6 +17,8 @@ namespace {
 
 using Result = InstallOutcome::Result;
 
+sys::Reason Refused(sys::Reason::Own own) { return sys::Reason::Refused(own); }
+
 // What the install does for one payload record, decided before anything is changed.
 struct Step {
     std::string name;
@@ -40,17 +42,17 @@ public:
     void Plan(Step& step)
     {
         bool missing = false;  // below a missing folder, or a file, nothing stands either
-        for (std::size_t slash = step.target.find('/'); slash != std::string::npos && !Stopped(step);
+        for (std::size_t slash = step.target.find('/'); slash != std::string::npos && !EndsHere(step);
              slash = step.target.find('/', slash + 1)) {
             const std::string folder = step.target.substr(0, slash);
             if (folder.size() > 3 && !planned.count(folder))
                 PlanFolder(step, folder, missing);
         }
-        if (!Stopped(step))
+        if (!EndsHere(step))
             PlanTarget(step, missing);
     }
 
-    static bool Stopped(const Step& step) { return step.stop.result != Result::installed; }
+    static bool EndsHere(const Step& step) { return step.stop.result != Result::installed; }
 
     // New removal lines, files in the payload's order, then folders innermost first.
     std::vector<std::string> newLines;
@@ -64,7 +66,7 @@ private:
         case sys::EntryKind::none:
             missing = true;
             if (!IsBelow(folder, gameFolder)) {
-                step.stop = {Result::folderFailed, folder};  // the game's folder itself is gone
+                step.stop = {Result::folderFailed, folder, Refused(sys::Reason::Own::gameFolderGone)};
                 return;
             }
             step.folders.push_back(folder);
@@ -77,12 +79,12 @@ private:
             // A link at or above the content folder is the player's layout; below it, the
             // target may lie anywhere, and the uninstall would not follow.
             if (entry.link && IsBelow(folder, contentFolder.substr(0, contentFolder.size() - 1)))
-                step.stop = {Result::writeFailed, step.target};
+                step.stop = {Result::writeFailed, step.target, Refused(sys::Reason::Own::link)};
             else if (entry.kind == sys::EntryKind::file)
                 step.fileInTheWay = missing = true;
             return;
         case sys::EntryKind::unknown:
-            step.stop = {Result::writeFailed, step.target};
+            step.stop = {Result::writeFailed, step.target, entry.reason};
             return;
         }
     }
@@ -91,9 +93,9 @@ private:
     {
         const sys::Entry entry = missing ? sys::Entry{} : sys::LookUp(step.target);
         if (entry.kind == sys::EntryKind::unknown) {
-            step.stop = {Result::backupFailed, step.target};
+            step.stop = {Result::backupFailed, step.target, entry.reason};
         } else if (entry.link) {
-            step.stop = {Result::writeFailed, step.target};
+            step.stop = {Result::writeFailed, step.target, Refused(sys::Reason::Own::link)};
         } else if (entry.kind == sys::EntryKind::none) {
             if (!cover.listed.count(step.target))
                 newLines.push_back(step.target);
@@ -141,8 +143,9 @@ InstallOutcome WriteAhead(const std::string& archivePath, const std::string& lis
     if (!cover.archiveExists || cover.archiveEnd == 0) {
         OutputFile archive = cover.archiveExists ? OutputFile::Continue(archivePath, 0) : OutputFile::Create(archivePath);
         AppendArchiveHeader(archive);
-        if (!archive.Close())
-            return {Result::writeFailed, archivePath};
+        const sys::Status written = archive.Close();
+        if (!written)
+            return {Result::writeFailed, archivePath, written.Why()};
     }
     if (cover.listExists && lines.empty())
         return {};
@@ -152,40 +155,44 @@ InstallOutcome WriteAhead(const std::string& archivePath, const std::string& lis
     const std::string block = (cover.listExists && cover.listExtent.lastLineOpen ? "\r\n" : "") + RemovalLines(lines);
     if (!list.Append(block))
         static_cast<void>(list.CutBack(start));  // no half line may stay for the uninstall to read
-    if (!list.Close())
-        return {Result::writeFailed, listPath};
+    const sys::Status written = list.Close();
+    if (!written)
+        return {Result::writeFailed, listPath, written.Why()};
     return {};
 }
 
 // Carries out one step: the backup of the player's file, the folders, the file itself.
 InstallOutcome Carry(const Step& step, const std::string& archivePath, std::uint64_t& archiveEnd, const ActionLog& log)
 {
-    if (Planner::Stopped(step))
+    if (Planner::EndsHere(step))
         return step.stop;
     if (step.backUp) {
         OutputFile archive = OutputFile::Continue(archivePath, archiveEnd);
-        const bool recorded = AppendBackupRecord(archive, step.name, step.target);
-        if (!archive.Close() || !recorded)
-            return {Result::backupFailed, step.target};
+        const sys::Status recorded = AppendBackupRecord(archive, step.name, step.target);
+        const sys::Status closed = archive.Close();
+        if (!recorded || !closed)
+            return {Result::backupFailed, step.target, (recorded ? closed : recorded).Why()};
         archiveEnd = archive.End();
         log("backed up", step.target);
     }
     for (const std::string& folder : step.folders) {
-        if (sys::MakeFolder(folder))
+        const sys::Status made = sys::MakeFolder(folder);
+        if (made)
             log("made folder", folder);
         else if (!sys::PathExists(folder))
-            return {Result::folderFailed, folder};
+            return {Result::folderFailed, folder, made.Why()};
     }
     // Where a file stands in a folder's place, the write fails, and that is all: the next
     // record that needs a folder below it stops the install.
-    if (WriteWholeFile(step.target, step.data, step.size))
+    const sys::Status written = WriteWholeFile(step.target, step.data, step.size);
+    if (written)
         log("wrote", step.target);
     else if (!step.fileInTheWay)
-        return {Result::writeFailed, step.target};
+        return {Result::writeFailed, step.target, written.Why()};
     return {};
 }
 
-InstallOutcome Stopped(const InstallOutcome& outcome, const ActionLog& log)
+InstallOutcome LogStop(const InstallOutcome& outcome, const ActionLog& log)
 {
     log("stopped", outcome.path);
     return outcome;
@@ -196,8 +203,9 @@ InstallOutcome Stopped(const InstallOutcome& outcome, const ActionLog& log)
 InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const ActionLog& givenLog)
 {
     const ActionLog log = givenLog ? givenLog : [](const char*, const std::string&) {};
-    const std::string archivePath = place.folder + game.archiveName;
-    const std::string listPath = place.folder + game.removalListName;
+    const BackupFiles backup = BackupFilesOf(game, place);
+    const std::string& archivePath = backup.archive;
+    const std::string& listPath = backup.removalList;
     std::vector<Step> steps = Steps(game, place);
 
     // Only what this payload can make is looked for in the backup files.
@@ -210,28 +218,28 @@ InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const
         paths.insert(step.target);
     }
     const Cover cover = ReadCover(archivePath, listPath, names, paths);
-    if (!cover.unreadable.empty())
-        return Stopped({Result::writeFailed, cover.unreadable}, log);
+    if (cover.unreadable.Failed())
+        return LogStop({Result::writeFailed, cover.unreadable.path, cover.unreadable.reason}, log);
 
     // Planned up to the step the install stops at, if it does.
     Planner planner(game, place, cover);
     std::size_t planned = 0;
     while (planned < steps.size()) {
         planner.Plan(steps[planned]);
-        if (Planner::Stopped(steps[planned++]))
+        if (Planner::EndsHere(steps[planned++]))
             break;
     }
     std::vector<std::string> lines = planner.newLines;
     lines.insert(lines.end(), planner.newFolders.rbegin(), planner.newFolders.rend());
     InstallOutcome outcome = WriteAhead(archivePath, listPath, cover, lines);
     if (outcome.result != Result::installed)
-        return Stopped(outcome, log);
+        return LogStop(outcome, log);
 
     std::uint64_t archiveEnd = std::max<std::uint64_t>(cover.archiveEnd, 4);
     for (std::size_t i = 0; i < planned; ++i) {
         outcome = Carry(steps[i], archivePath, archiveEnd, log);
         if (outcome.result != Result::installed)
-            return Stopped(outcome, log);
+            return LogStop(outcome, log);
     }
     place.*game.installedFlag = true;
     return outcome;

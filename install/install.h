@@ -6,6 +6,7 @@
 
 #include "action_log.h"
 #include "game_profile.h"
+#include "call_status.h"
 #include "steam_account.h"
 
 struct InstallOutcome {
@@ -18,6 +19,7 @@ struct InstallOutcome {
     };
     Result result = Result::installed;
     std::string path;
+    sys::Reason reason;  // why: the system's answer, or the program's own refusal
 };
 
 // Writes the game's payload into the place's content folder. Before it changes anything, what

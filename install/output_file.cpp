@@ -1,43 +1,69 @@
 #include "output_file.h"
 
-bool WriteWholeFile(const std::string& path, const char* data, std::size_t size)
+sys::Status WriteWholeFile(const std::string& path, const char* data, std::size_t size)
 {
     sys::File file = sys::File::Create(path);
-    const bool written = file.Write(data, size);
-    return file.Close() && written;
+    if (!file.IsOpen())
+        return sys::Status::Failed(file.OpenFailure());
+    const sys::Status written = file.Write(data, size);
+    const sys::Status closed = file.Close();
+    return written ? closed : written;
 }
 
-OutputFile OutputFile::Create(const std::string& path) { return OutputFile(sys::File::Create(path), 0); }
+namespace {
+
+sys::Status Opened(const sys::File& file)
+{
+    return file.IsOpen() ? sys::Status() : sys::Status::Failed(file.OpenFailure());
+}
+
+}  // namespace
+
+OutputFile OutputFile::Create(const std::string& path)
+{
+    sys::File file = sys::File::Create(path);
+    const sys::Status opened = Opened(file);
+    return OutputFile(std::move(file), opened, 0);
+}
 
 OutputFile OutputFile::Continue(const std::string& path, std::uint64_t keep)
 {
     sys::File file = sys::File::OpenForAppending(path);
-    if (file.IsOpen() && (file.Size() < keep || (file.Size() > keep && !file.Truncate(keep))))
-        static_cast<void>(file.Close());  // shorter than what is to be kept, or it would not give way
-    return OutputFile(std::move(file), keep);
+    sys::Status state = Opened(file);
+    if (state && file.Size() < keep)  // shorter than what is to be kept: someone else's file
+        state = sys::Status::Failed(sys::Reason::Refused(sys::Reason::Own::endedEarly));
+    else if (state && file.Size() > keep)
+        state = file.Truncate(keep);
+    if (!state && file.IsOpen())
+        static_cast<void>(file.Close());
+    return OutputFile(std::move(file), state, keep);
 }
 
 bool OutputFile::Append(const char* data, std::size_t size)
 {
-    intact = intact && file.Write(data, size);
-    if (intact)
+    if (state)
+        state = file.Write(data, size);
+    if (state)
         end += size;
-    return intact;
+    return static_cast<bool>(state);
 }
 
-bool OutputFile::CutBack(std::uint64_t size)
+sys::Status OutputFile::CutBack(std::uint64_t size)
 {
-    if (!file.IsOpen() || !file.Truncate(size))
-        return false;
-    end = size;
-    return true;
+    if (!file.IsOpen())
+        return sys::Status::Failed(file.OpenFailure());
+    const sys::Status cut = file.Truncate(size);
+    if (cut)
+        end = size;
+    return cut;
 }
 
-bool OutputFile::Close()
+sys::Status OutputFile::Close()
 {
     if (file.IsOpen()) {
-        const bool closed = file.Close();
-        intact = intact && closed;
+        const sys::Status closed = file.Close();
+        if (state)
+            state = closed;
     }
-    return intact;
+    return state;
 }

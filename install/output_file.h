@@ -10,9 +10,9 @@
 
 #include "system.h"
 
-// Creates or truncates `path` and writes `size` bytes. True when every byte was written and
-// the file closed without an error.
-[[nodiscard]] bool WriteWholeFile(const std::string& path, const char* data, std::size_t size);
+// Creates or truncates `path` and writes `size` bytes. Done when every byte was written and the
+// file closed without an error.
+sys::Status WriteWholeFile(const std::string& path, const char* data, std::size_t size);
 
 // A file written at its end. The first failure sticks: a file that could not be opened, or one
 // write that fell short, fails every later append, so nothing follows a gap; CutBack then takes
@@ -28,15 +28,20 @@ public:
     bool Append(const std::string& bytes) { return Append(bytes.data(), bytes.size()); }
     // The file's size as far as it went through whole.
     std::uint64_t End() const { return end; }
+    // Done while every append went through; else the first failure.
+    const sys::Status& State() const { return state; }
     // Cuts the file back to `size` bytes, taking away a piece a failed append left.
-    [[nodiscard]] bool CutBack(std::uint64_t size);
-    // True when the file was intact and closed without an error.
-    [[nodiscard]] bool Close();
+    sys::Status CutBack(std::uint64_t size);
+    // Done when the file was intact and closed without an error; else the first failure.
+    sys::Status Close();
 
 private:
-    OutputFile(sys::File file, std::uint64_t end) : file(std::move(file)), intact(this->file.IsOpen()), end(end) {}
+    OutputFile(sys::File file, sys::Status state, std::uint64_t end)
+        : file(std::move(file)), state(state), end(end)
+    {
+    }
 
     sys::File file;
-    bool intact;
+    sys::Status state;  // the first failure, once there is one
     std::uint64_t end;
 };

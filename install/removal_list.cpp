@@ -53,29 +53,27 @@ void RemovalListReader::EndLine(std::uint64_t lineEnd)
     extent.linesEnd = lineEnd;
 }
 
-bool ReadRemovalListFile(const std::string& path, const RemovalListReader::Visit& visit, ListExtent* extent)
+sys::Status ReadRemovalListFile(const std::string& path, const RemovalListReader::Visit& visit, ListExtent* extent)
 {
     sys::File file = sys::File::OpenForReading(path);
     if (!file.IsOpen())
-        return false;
+        return sys::Status::Failed(file.OpenFailure());
     std::uint64_t size = file.Size();
     RemovalListReader lines(visit);
     // No more than the size it had when opened: a file that keeps growing still ends.
     std::vector<char> block(static_cast<std::size_t>(std::min<std::uint64_t>(size, 64 * 1024)));
-    bool read = true;
+    sys::Status read;
     while (size > 0) {
         const std::size_t wanted = static_cast<std::size_t>(std::min<std::uint64_t>(size, block.size()));
-        if (!file.Read(block.data(), wanted)) {
-            read = false;
-            break;
-        }
-        if (!lines.Feed(block.data(), wanted))
-            break;  // the list has ended at an empty line
+        read = file.Read(block.data(), wanted);
+        if (!read || !lines.Feed(block.data(), wanted))
+            break;  // a failed read, or the list has ended at an empty line
         size -= wanted;
     }
     if (size == 0)
         lines.Finish();
     if (extent)
         *extent = lines.Extent();
-    return file.Close() && read;
+    const sys::Status closed = file.Close();
+    return read ? closed : read;
 }

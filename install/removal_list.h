@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "call_status.h"
+
 // The lines' bytes: each path followed by CR LF.
 std::string RemovalLines(const std::vector<std::string>& paths);
 
@@ -46,8 +48,8 @@ private:
     ListExtent extent;
 };
 
-// Visits the paths of the removal list file at `path`, read in blocks; false when it could
+// Visits the paths of the removal list file at `path`, read in blocks; failed when it could
 // not be read to its end (or to its first empty line). `extent`, when given, gets where its
 // lines end.
-bool ReadRemovalListFile(const std::string& path, const RemovalListReader::Visit& visit,
-                         ListExtent* extent = nullptr);
+sys::Status ReadRemovalListFile(const std::string& path, const RemovalListReader::Visit& visit,
+                                ListExtent* extent = nullptr);

@@ -3,14 +3,12 @@
 #include <algorithm>
 
 #include "system.h"
+#include "text_encoding.h"
 
 bool GameIsRunning(const GameProfile& game)
 {
-    for (std::string name : sys::RunningProgramNames()) {
-        std::transform(name.begin(), name.end(), name.begin(),
-                       [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-        if (std::find(game.programs.begin(), game.programs.end(), name) != game.programs.end())
+    for (const std::string& name : sys::RunningProgramNames())
+        if (std::find(game.programs.begin(), game.programs.end(), AsciiLower(name)) != game.programs.end())
             return true;
-    }
     return false;
 }

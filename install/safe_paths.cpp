@@ -20,27 +20,28 @@ bool IsRemovableLine(const std::string& path, const std::string& gameFolder, con
     return belowContent || onTheWay;
 }
 
-Way WayTo(const std::string& contentFolder, const std::string& path, KnownFolders* known)
+sys::Status WayTo(const std::string& contentFolder, const std::string& path, KnownFolders* known)
 {
+    const sys::Status link = sys::Status::Failed(sys::Reason::Refused(sys::Reason::Own::link));
     if (path.size() <= contentFolder.size() || path.compare(0, contentFolder.size(), contentFolder) != 0)
-        return Way::clear;
+        return sys::Status();
     for (std::size_t end = path.find('/', contentFolder.size());; end = path.find('/', end + 1)) {
         const std::string step = path.substr(0, end == std::string::npos ? path.size() : end);
         if (known && known->count(step)) {
             if (known->at(step))
-                return Way::link;
+                return link;
         } else {
             const sys::Entry entry = sys::LookUp(step);
             if (entry.kind == sys::EntryKind::none)
-                return Way::clear;
+                return sys::Status();
             if (entry.kind == sys::EntryKind::unknown)
-                return Way::unknown;
+                return sys::Status::Failed(entry.reason);
             if (known && entry.kind == sys::EntryKind::folder)
                 (*known)[step] = entry.link;
             if (entry.link)
-                return Way::link;
+                return link;
         }
         if (end == std::string::npos)
-            return Way::clear;
+            return sys::Status();
     }
 }

@@ -18,13 +18,10 @@ bool IsBelow(const std::string& path, const std::string& folder);
 // folder, so no line can name them.
 bool IsRemovableLine(const std::string& path, const std::string& gameFolder, const std::string& contentFolder);
 
-enum class Way {
-    clear,    // no link at `path` or on the way to it below the content folder
-    link,     // a link stands there: nothing of ours lies behind it
-    unknown,  // the system could not tell what stands there
-};
+// Done when no link stands at `path` or on the way to it below `contentFolder` (which ends with
+// '/'); failed for a link there (Own::link: nothing of ours lies behind it), or with the
+// system's reason when it could not tell what stands there. A path at or above the content
+// folder is not looked at. A missing entry ends the search: nothing deeper exists either.
+sys::Status WayTo(const std::string& contentFolder, const std::string& path, KnownFolders* known);
 
-// What stands at `path` and on the way to it below `contentFolder` (which ends with '/'). A
-// path at or above the content folder is not looked at. A missing entry ends the search:
-// nothing deeper exists either.
-Way WayTo(const std::string& contentFolder, const std::string& path, KnownFolders* known);
+inline bool IsLink(const sys::Status& way) { return way.Why().own == sys::Reason::Own::link; }

@@ -18,6 +18,13 @@ namespace {
 // passed over, so that a damaged list of any size costs no more memory than this.
 constexpr std::size_t linesLimit = 8 << 20;
 
+// The first thing that could not be undone, and why.
+void Note(sys::Failure& first, const std::string& path, const sys::Reason& reason)
+{
+    if (!first.Failed())
+        first = {path, reason};
+}
+
 struct Removal {
     bool listExists = false;
     bool readWhole = true;                // the list was read to its end, or to its first empty line
@@ -32,7 +39,7 @@ enum class Contents { none, some, unknown };
 Contents ContentsOf(const std::string& folder)
 {
     bool listed = false;
-    for (const sys::ListedEntry& entry : sys::ListFolder(folder + "/")) {
+    for (const sys::ListedEntry& entry : sys::ListFolder(folder + "/").entries) {
         if (entry.name == ".")
             listed = true;
         else if (entry.name != "..")
@@ -43,24 +50,29 @@ Contents ContentsOf(const std::string& folder)
 
 // Removes one listed folder; true when it still stands and is ours to remove: empty, or
 // holding only what remains of ours. A folder holding the player's files stays, and is done.
-bool FolderRemains(const std::string& folder, const std::vector<std::string>& remaining, const ActionLog& log)
+bool FolderRemains(const std::string& folder, const std::vector<std::string>& remaining, const ActionLog& log,
+                   sys::Failure& first)
 {
-    if (sys::RemoveFolder(folder)) {
+    const sys::Status removed = sys::RemoveFolder(folder);
+    if (removed) {
         log("removed", folder);
         return false;
     }
     const sys::Entry entry = sys::LookUp(folder);
     if (entry.kind == sys::EntryKind::none)
         return false;
-    if (entry.kind != sys::EntryKind::folder || ContentsOf(folder) != Contents::some)
-        return true;
-    return std::any_of(remaining.begin(), remaining.end(), [&](const std::string& line) { return IsBelow(line, folder); });
+    const bool remains =
+        entry.kind != sys::EntryKind::folder || ContentsOf(folder) != Contents::some ||
+        std::any_of(remaining.begin(), remaining.end(), [&](const std::string& line) { return IsBelow(line, folder); });
+    if (remains)
+        Note(first, folder, removed.Why());
+    return remains;
 }
 
 // Deletes what the removal list names, files first, then folders innermost first, so the
 // lines may come in any order.
 Removal RemoveCreated(const std::string& listPath, const std::string& gameFolder, const std::string& contentFolder,
-                      const ActionLog& log)
+                      const ActionLog& log, sys::Failure& first)
 {
     Removal removal;
     const sys::Entry list = sys::LookUp(listPath);
@@ -69,62 +81,74 @@ Removal RemoveCreated(const std::string& listPath, const std::string& gameFolder
         return removal;
     std::vector<std::string> lines;
     std::size_t kept = 0;
-    removal.readWhole = !list.link && ReadRemovalListFile(listPath, [&](const std::string& line) {
-        if (kept + line.size() <= linesLimit && IsRemovableLine(line, gameFolder, contentFolder)) {
-            lines.push_back(line);
-            kept += line.size();
-        }
-    });
+    const sys::Status read =
+        list.link ? sys::Status::Failed(sys::Reason::Refused(sys::Reason::Own::link))
+                  : ReadRemovalListFile(listPath, [&](const std::string& line) {
+                        if (kept + line.size() <= linesLimit && IsRemovableLine(line, gameFolder, contentFolder)) {
+                            lines.push_back(line);
+                            kept += line.size();
+                        }
+                    });
+    removal.readWhole = static_cast<bool>(read);
+    if (!read)
+        Note(first, listPath, read.Why());
 
     KnownFolders known;
     std::vector<std::string> folders;
     for (const std::string& line : lines) {
-        const Way way = WayTo(contentFolder, line.substr(0, line.rfind('/')), &known);
-        if (way == Way::link)
+        const sys::Status way = WayTo(contentFolder, line.substr(0, line.rfind('/')), &known);
+        if (IsLink(way))
             continue;  // nothing of ours lies behind a link
-        const sys::Entry entry = way == Way::clear ? sys::LookUp(line) : sys::Entry{sys::EntryKind::unknown, false};
-        if (entry.kind == sys::EntryKind::unknown)
+        const sys::Entry entry = way ? sys::LookUp(line) : sys::Entry{sys::EntryKind::unknown, false, way.Why()};
+        if (entry.kind == sys::EntryKind::unknown) {
             removal.remaining.push_back(line);
-        else if (entry.link || entry.kind == sys::EntryKind::none)
+            Note(first, line, entry.reason);
+        } else if (entry.link || entry.kind == sys::EntryKind::none) {
             continue;  // gone already, or never ours: no install makes a link
-        else if (entry.kind == sys::EntryKind::folder)
+        } else if (entry.kind == sys::EntryKind::folder) {
             folders.push_back(line);
-        else if (sys::RemoveFile(line))
+        } else if (const sys::Status removed = sys::RemoveFile(line)) {
             log("removed", line);
-        else if (sys::LookUp(line).kind != sys::EntryKind::none)
+        } else if (sys::LookUp(line).kind != sys::EntryKind::none) {
             removal.remaining.push_back(line);
+            Note(first, line, removed.Why());
+        }
     }
     std::stable_sort(folders.begin(), folders.end(),
                      [](const std::string& a, const std::string& b) { return Depth(a) > Depth(b); });
     for (const std::string& folder : folders)
-        if (FolderRemains(folder, removal.remaining, log))
+        if (FolderRemains(folder, removal.remaining, log, first))
             removal.remaining.push_back(folder);
     return removal;
 }
 
-// Writes one record's data to its target; true when every byte went in and the file closed
+// Writes one record's data to its target; done when every byte went in and the file closed
 // without an error.
-bool RestoreRecord(ArchiveReader& archive, const std::string& target)
+sys::Status RestoreRecord(ArchiveReader& archive, const std::string& target)
 {
     sys::File out = sys::File::Create(target);
     if (!out.IsOpen())
-        return false;
-    const bool written =
+        return sys::Status::Failed(out.OpenFailure());
+    const sys::Status written =
         archive.CopyData([&](const char* bytes, std::size_t size) { return out.Write(bytes, size); });
-    return out.Close() && written;
+    const sys::Status closed = out.Close();
+    return written ? closed : written;
 }
 
 // Puts back the player's files the archive holds. True when every record the install could
 // have written is back whole and the archive could be read to its end. A record whose name
 // no install could have written, or that the archive does not hold whole, is passed over.
-bool RestoreArchive(const std::string& archivePath, const std::string& contentFolder, const ActionLog& log)
+bool RestoreArchive(const std::string& archivePath, const std::string& contentFolder, const ActionLog& log,
+                    sys::Failure& first)
 {
     const sys::EntryKind kind = sys::LookUp(archivePath).kind;
     if (kind == sys::EntryKind::none)
         return true;  // nothing to put back, and nothing to lose
     ArchiveReader archive(archivePath);
-    if (!archive.Opened())
+    if (!archive.Opened()) {
+        Note(first, archivePath, archive.Why());
         return false;
+    }
     KnownFolders known;
     bool allRestored = true;
     std::string name;
@@ -134,12 +158,26 @@ bool RestoreArchive(const std::string& archivePath, const std::string& contentFo
         const std::string target = contentFolder + name;
         if (nameTooLong || !IsWindowsName(name) || Utf16Length(target) > sys::maxPathUnits)
             continue;
-        const bool restored = WayTo(contentFolder, target, &known) == Way::clear &&
-                              CreateFolders(target, &known).empty() && RestoreRecord(archive, target);
-        if (restored)
+        sys::Failure failed;
+        const sys::Status way = WayTo(contentFolder, target, &known);
+        if (!way)
+            failed = {target, way.Why()};
+        else
+            failed = CreateFolders(target, &known);
+        if (!failed.Failed()) {
+            const sys::Status restored = RestoreRecord(archive, target);
+            if (!restored)
+                failed = {target, restored.Why()};
+        }
+        if (failed.Failed()) {
+            Note(first, failed.path, failed.reason);
+            allRestored = false;
+        } else {
             log("restored", target);
-        allRestored = allRestored && restored;
+        }
     }
+    if (archive.Failed())
+        Note(first, archivePath, archive.Why());
     return allRestored && !archive.Failed();
 }
 
@@ -151,6 +189,15 @@ void RewriteRemovalList(const std::string& listPath, const std::string& draftPat
     draft.Append(RemovalLines(lines));
     if (!draft.Close() || !sys::MoveOver(draftPath, listPath))
         static_cast<void>(sys::RemoveFile(draftPath));
+}
+
+// Deletes one backup file; false, with the reason noted, when it stays.
+bool Removed(const std::string& path, sys::Failure& first)
+{
+    const sys::Status removed = sys::RemoveFile(path);
+    if (!removed)
+        Note(first, path, removed.Why());
+    return static_cast<bool>(removed);
 }
 
 // An archive holding no records: it keeps the uninstall offered while something remains.
@@ -168,26 +215,30 @@ void KeepUninstallOffered(const std::string& archivePath)
 UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, const ActionLog& givenLog)
 {
     const ActionLog log = givenLog ? givenLog : [](const char*, const std::string&) {};
-    const std::string archivePath = place.folder + game.archiveName;
-    const std::string listPath = place.folder + game.removalListName;
+    const BackupFiles backup = BackupFilesOf(game, place);
+    const std::string& archivePath = backup.archive;
+    const std::string& listPath = backup.removalList;
     // A rewrite of the removal list an earlier uninstall did not finish: its draft is ours.
     const std::string draftPath = listPath + ".new";
     if (sys::LookUp(draftPath).kind == sys::EntryKind::file)
         static_cast<void>(sys::RemoveFile(draftPath));
 
-    const Removal removal = RemoveCreated(listPath, place.*game.gameFolder, place.*game.contentFolder, log);
-    const bool restored = RestoreArchive(archivePath, place.*game.contentFolder, log);
-
     UninstallOutcome outcome;
+    sys::Failure& first = outcome.firstFailure;
+    const Removal removal = RemoveCreated(listPath, place.*game.gameFolder, place.*game.contentFolder, log, first);
+    const bool restored = RestoreArchive(archivePath, place.*game.contentFolder, log, first);
+
     outcome.backupKept = !removal.readWhole || !removal.remaining.empty() || !restored;
-    // The removal list goes first: an archive left alone still offers the uninstall, which
-    // finishes the job; a removal list left alone would not be offered.
-    if (!outcome.backupKept && removal.listExists && !sys::RemoveFile(listPath))
-        outcome.backupKept = true;
-    else if (!outcome.backupKept && sys::PathExists(archivePath) && !sys::RemoveFile(archivePath))
-        outcome.backupKept = true;
-    else if (outcome.backupKept && removal.listExists && removal.readWhole)
+    if (!outcome.backupKept) {
+        // The removal list goes first: an archive left alone still offers the uninstall, which
+        // finishes the job; a removal list left alone would not be offered.
+        if (removal.listExists)
+            outcome.backupKept = !Removed(listPath, first);
+        if (!outcome.backupKept && sys::PathExists(archivePath))
+            outcome.backupKept = !Removed(archivePath, first);
+    } else if (removal.listExists && removal.readWhole) {
         RewriteRemovalList(listPath, draftPath, removal.remaining);
+    }
     if (outcome.backupKept) {
         KeepUninstallOffered(archivePath);
         for (const std::string& line : removal.remaining)

@@ -3,6 +3,7 @@
 
 #include "action_log.h"
 #include "game_profile.h"
+#include "call_status.h"
 #include "steam_account.h"
 
 struct UninstallOutcome {
@@ -10,6 +11,7 @@ struct UninstallOutcome {
     // go, or a player's file the archive holds whole that could not be written back. Both backup
     // files stay (the removal list naming only what remains), and so does the uninstall.
     bool backupKept = false;
+    sys::Failure firstFailure;  // the first thing that could not be undone, and why
 };
 
 // Deletes what the installs created, files first, then folders innermost first, and puts the

@@ -4,8 +4,10 @@
 #include <vector>
 
 #include "libraryfolders_vdf.h"
+#include "resolved_path.h"
 #include "steam_layouts.h"
 #include "system.h"
+#include "text_encoding.h"
 
 namespace {
 
@@ -16,52 +18,29 @@ constexpr std::size_t libraryLimit = 1000;
 // libraryfolders.vdf is a few kilobytes; only its start is read.
 constexpr std::size_t libraryFileLimit = 1 << 20;
 
-// One spelling for the ways Windows accepts of naming the same folder: letter case, '\' or '/',
-// doubled and trailing separators, and "." and ".." segments make no difference there. A ".."
-// never climbs above the drive or the root.
-std::string PlaceKey(const std::string& path)
+// True when something stands at `path`; an entry the system could not tell about is noted as
+// the discovery's failure, unless an earlier one was.
+bool Found(const std::string& path, sys::Failure& failure)
 {
-    std::string lowered;
-    for (char c : path)
-        lowered += c == '\\' ? '/' : (c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c);
-    const std::size_t rootEnd = lowered.find_first_not_of('/');
-    const std::string root = lowered.substr(0, std::min(rootEnd, lowered.size()));
-    std::vector<std::string> segments;
-    std::size_t kept = 0;  // segments a ".." may take away: not the drive
-    for (std::size_t begin = root.size(); begin < lowered.size();) {
-        std::size_t end = std::min(lowered.find('/', begin), lowered.size());
-        const std::string segment = lowered.substr(begin, end - begin);
-        begin = end + 1;
-        if (segment.empty() || segment == ".")
-            continue;
-        if (segment == "..") {
-            if (kept > 0) {
-                segments.pop_back();
-                --kept;
-            }
-            continue;
-        }
-        segments.push_back(segment);
-        if (!(segments.size() == 1 && root.empty() && segment.size() == 2 && segment[1] == ':'))
-            ++kept;
-    }
-    std::string key = root;
-    for (std::size_t i = 0; i < segments.size(); ++i)
-        key += (i ? "/" : "") + segments[i];
-    return key;
+    const sys::Entry entry = sys::LookUp(path);
+    if (entry.kind == sys::EntryKind::unknown && !failure.Failed())
+        failure = {path, entry.reason};
+    return entry.kind == sys::EntryKind::file || entry.kind == sys::EntryKind::folder;
 }
 
 // Tests the place's game folders and backup archives; true when it holds any of them.
-bool HoldsAnything(SteamAccount& place)
+bool HoldsAnything(SteamAccount& place, sys::Failure& failure)
 {
-    place.hasCs16 = sys::PathExists(Cs16Marker(place));
-    place.hasCss = sys::PathExists(CssMarker(place));
-    place.hasCs16Backup = sys::PathExists(place.folder + "/cs16ludax.bak");
-    place.hasCssBackup = sys::PathExists(place.folder + "/cssludax.bak");
+    for (const PlaceGame* game : {&cs16AtPlace, &cssAtPlace})
+        place.*game->presentFlag = Found(GameMarker(*game, place), failure);
+    for (const PlaceGame* game : {&cs16AtPlace, &cssAtPlace})
+        place.*game->installedFlag = Found(BackupFilesOf(*game, place).archive, failure);
     return place.hasCs16 || place.hasCss || place.hasCs16Backup || place.hasCssBackup;
 }
 
 }  // namespace
+
+std::string PlaceKey(const std::string& path) { return AsciiLower(JoinResolved(ResolvePath(path), '/')); }
 
 std::vector<std::string> SteamLibraries(const std::string& steamappsPath)
 {
@@ -87,24 +66,27 @@ std::vector<std::string> SteamLibraries(const std::string& steamappsPath)
     return libraries;
 }
 
-std::vector<SteamAccount> FindGames(const std::string& steamappsPath)
+FoundGames FindGames(const std::string& steamappsPath)
 {
-    std::vector<SteamAccount> places;
-    for (const sys::ListedEntry& entry : sys::ListFolder(steamappsPath)) {
+    FoundGames found;
+    const sys::Listing listing = sys::ListFolder(steamappsPath);
+    if (!listing.status)
+        found.failure = {steamappsPath, listing.status.Why()};
+    for (const sys::ListedEntry& entry : listing.entries) {
         // Nothing lies below a file, so a file (one of Steam's many game manifests, say) holds
         // no game; and the Steam folder's shared game folder is offered once, as the first
         // library below.
-        if (!entry.folder || PlaceKey(entry.name) == "common")
+        if (!entry.folder || AsciiLower(entry.name) == "common")
             continue;
         // "." and ".." are tested like any other entry: the tests decide what counts.
         SteamAccount account = AccountFolderEntry(steamappsPath, entry.name);
-        if (HoldsAnything(account))
-            places.push_back(account);
+        if (HoldsAnything(account, found.failure))
+            found.places.push_back(account);
     }
     for (const std::string& libraryPath : SteamLibraries(steamappsPath)) {
         SteamAccount library = LibraryEntry(libraryPath);
-        if (HoldsAnything(library))
-            places.push_back(library);
+        if (HoldsAnything(library, found.failure))
+            found.places.push_back(library);
     }
-    return places;
+    return found;
 }

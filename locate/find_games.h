@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "call_status.h"
 #include "steam_account.h"
 
 // The Steam folder (the part of `steamappsPath` before "/steamapps/"), then every further
@@ -11,7 +12,17 @@
 // lists, in file order, each place named once.
 std::vector<std::string> SteamLibraries(const std::string& steamappsPath);
 
+// One spelling for the ways Windows accepts of naming the same folder: letter case, '\' or '/',
+// doubled and trailing separators, and "." and ".." segments make no difference there.
+std::string PlaceKey(const std::string& path);
+
+struct FoundGames {
+    std::vector<SteamAccount> places;
+    // The first folder or entry discovery could not look at (steamapps could not be listed, the
+    // system could not tell what stands at a path), and why; what lies there is not offered.
+    sys::Failure failure;
+};
+
 // The folders of `steamappsPath` that hold either game or either backup archive, in listing
-// order, then the libraries whose shared game folder does, in library order. Empty when there
-// is none.
-std::vector<SteamAccount> FindGames(const std::string& steamappsPath);
+// order, then the libraries whose shared game folder does, in library order.
+FoundGames FindGames(const std::string& steamappsPath);

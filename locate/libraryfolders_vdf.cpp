@@ -3,6 +3,8 @@
 #include <cctype>
 #include <cstddef>
 
+#include "text_encoding.h"
+
 namespace {
 
 struct Token {
@@ -91,13 +93,7 @@ bool IsNumber(const std::string& key)
     return true;
 }
 
-bool IsPathKey(const std::string& key)
-{
-    return key.size() == 4 && std::tolower(static_cast<unsigned char>(key[0])) == 'p' &&
-           std::tolower(static_cast<unsigned char>(key[1])) == 'a' &&
-           std::tolower(static_cast<unsigned char>(key[2])) == 't' &&
-           std::tolower(static_cast<unsigned char>(key[3])) == 'h';
-}
+bool IsPathKey(const std::string& key) { return AsciiLower(key) == "path"; }
 
 // Skips the rest of a block whose '{' has been read; false when the text ends first. Nesting
 // is only counted, so no input can drive the reading deep.

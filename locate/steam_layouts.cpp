@@ -25,6 +25,12 @@ SteamAccount LibraryEntry(const std::string& libraryPath)
     return library;
 }
 
-std::string Cs16Marker(const SteamAccount& place) { return place.library ? place.cs16Game + "/cstrike" : place.cs16Game; }
+BackupFiles BackupFilesOf(const PlaceGame& game, const SteamAccount& place)
+{
+    return {place.folder + "/" + game.archiveName, place.folder + "/" + game.removalListName};
+}
 
-std::string CssMarker(const SteamAccount& place) { return place.library ? place.cssGame + "/cstrike" : place.cssGame; }
+std::string GameMarker(const PlaceGame& game, const SteamAccount& place)
+{
+    return place.library ? place.*game.gameFolder + "/cstrike" : place.*game.gameFolder;
+}

@@ -2,10 +2,9 @@
 
 SteamPath ReadSteamappsPath(const std::string& steamKey)
 {
-    SteamPath steam;
-    std::string value;
-    steam.read = sys::ReadUserRegistryString(steamKey, "SteamPath", value);
-    if (steam.read == sys::RegistryRead::ok)
-        steam.steamappsPath = value + "/steamapps/";
+    const sys::RegistryString value = sys::ReadUserRegistryString(steamKey, "SteamPath");
+    SteamPath steam{value.read, value.reason, std::string()};
+    if (value.read == sys::RegistryRead::ok)
+        steam.steamappsPath = value.text + "/steamapps/";
     return steam;
 }

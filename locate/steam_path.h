@@ -7,6 +7,7 @@
 
 struct SteamPath {
     sys::RegistryRead read = sys::RegistryRead::keyMissing;  // ok, or why it could not be read
+    sys::Reason reason;         // the registry's own reason, when not read
     std::string steamappsPath;  // "SteamPath" exactly as stored, plus "/steamapps/"; empty unless ok
 };
 

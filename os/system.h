@@ -1,33 +1,44 @@
 #pragma once
 // The operating-system calls the installer makes, behind one thin layer: a Win32 body (the
 // product) and a POSIX body (the native tests). Nothing here shows a box or ends the process;
-// every read, write, close and removal says whether it worked. Paths and texts are UTF-8; the
-// Win32 body hands them to the system's UTF-16 calls, a long path in its extended-length form
-// (long_paths.h).
+// every call that can fail says whether it worked and, if not, why (call_status.h): the system's own
+// error code, or the layer's refusal. Paths and texts are UTF-8; the Win32 body hands them to the
+// system's UTF-16 calls, a long path in its extended-length form (long_paths.h).
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
 
+#include "call_status.h"
+
 namespace sys {
 
 enum class RegistryRead { ok, keyMissing, valueUnreadable };
 
+struct RegistryString {
+    RegistryRead read = RegistryRead::keyMissing;
+    std::string text;  // the characters up to the first NUL, when read
+    Reason reason;     // why not, when not
+};
+
 // Reads a string value of a key under HKEY_CURRENT_USER through a buffer of 260 characters; a
-// value that does not fit (with its NUL) is unreadable. `text` gets the characters up to the
-// first NUL.
-RegistryRead ReadUserRegistryString(const std::string& key, const std::string& value,
-                                    std::string& text);
+// value that does not fit (with its NUL) is unreadable.
+RegistryString ReadUserRegistryString(const std::string& key, const std::string& value);
 
 struct ListedEntry {
     std::string name;
     bool folder = false;  // a folder, or a link to one
 };
 
+struct Listing {
+    std::vector<ListedEntry> entries;
+    Status status;  // failed: the folder could not be listed (entries then empty)
+};
+
 // Every entry of `folder` (which ends with '/'), files and folders alike, "." and ".."
 // included, in the order the file system returns them.
-std::vector<ListedEntry> ListFolder(const std::string& folder);
+Listing ListFolder(const std::string& folder);
 
 // The longest path any call below takes: Windows' longest, in UTF-16 units and in UTF-8 bytes
 // (three a unit at most). Each call treats a longer path, one holding a NUL byte, or one that
@@ -47,6 +58,7 @@ enum class EntryKind { none, file, folder, unknown };
 struct Entry {
     EntryKind kind = EntryKind::none;
     bool link = false;
+    Reason reason;  // why the system could not tell, for `unknown`
 };
 Entry LookUp(const std::string& path);
 
@@ -57,8 +69,8 @@ inline bool PathExists(const std::string& path)
     return kind == EntryKind::file || kind == EntryKind::folder;
 }
 
-// At most `limit` bytes from the start of the file; false when it cannot be opened.
-bool ReadFileStart(const std::string& path, std::size_t limit, std::string& bytes);
+// At most `limit` bytes from the start of the file; failed when it cannot be opened.
+Status ReadFileStart(const std::string& path, std::size_t limit, std::string& bytes);
 
 // A plain file on a disk, open for reading or for writing, closed when the object goes. Folders,
 // devices and pipes are refused at opening. Once a call has returned true its bytes have
@@ -73,7 +85,8 @@ public:
     static File OpenForAppending(const std::string& path);
 
     File() = default;
-    File(File&& other) noexcept : handle(other.handle), open(other.open), size(other.size)
+    File(File&& other) noexcept
+        : handle(other.handle), open(other.open), size(other.size), openFailure(other.openFailure)
     {
         other.open = false;
     }
@@ -84,6 +97,7 @@ public:
             handle = other.handle;
             open = other.open;
             size = other.size;
+            openFailure = other.openFailure;
             other.open = false;
         }
         return *this;
@@ -94,37 +108,50 @@ public:
     ~File() { static_cast<void>(Close()); }
 
     bool IsOpen() const { return open; }
+    // Why the file could not be opened.
+    const Reason& OpenFailure() const { return openFailure; }
     // The size the file had when it was opened for reading.
     std::uint64_t Size() const { return size; }
 
-    // True when exactly `count` bytes were read, or written.
-    [[nodiscard]] bool Read(char* bytes, std::size_t count);
-    [[nodiscard]] bool Write(const char* bytes, std::size_t count);
-    [[nodiscard]] bool Write(const std::string& bytes) { return Write(bytes.data(), bytes.size()); }
+    // Done when exactly `count` bytes were read, or written.
+    Status Read(char* bytes, std::size_t count);
+    Status Write(const char* bytes, std::size_t count);
+    Status Write(const std::string& bytes) { return Write(bytes.data(), bytes.size()); }
     // Moves the read position `count` bytes on.
-    [[nodiscard]] bool Skip(std::uint64_t count);
+    Status Skip(std::uint64_t count);
     // Cuts a file open for appending to `size` bytes and goes on writing there.
-    [[nodiscard]] bool Truncate(std::uint64_t size);
-    // True when the file was open and closed without an error (one the system kept from an
+    Status Truncate(std::uint64_t size);
+    // Done when the file was open and closed without an error (one the system kept from an
     // earlier write included). The file is closed in any case.
-    [[nodiscard]] bool Close();
+    Status Close();
 
 private:
     File(std::intptr_t handle, std::uint64_t size) : handle(handle), open(true), size(size) {}
+    static File Failed(Reason why)
+    {
+        File file;
+        file.openFailure = why;
+        return file;
+    }
 
     std::intptr_t handle = 0;  // meaningless while `open` is false
     bool open = false;
     std::uint64_t size = 0;
+    Reason openFailure;
 };
 
-// Creates one folder; false when it could not be made (its parent missing, a name taken).
-[[nodiscard]] bool MakeFolder(const std::string& path);
+// Reads and writes go to the system in slices of at most this many bytes: larger calls are known
+// to fail on network disks, where diskless LAN PCs keep their games.
+constexpr std::size_t largestTransfer = 4u << 20;
+
+// Creates one folder; failed when it could not be made (its parent missing, a name taken).
+Status MakeFolder(const std::string& path);
 // Removes an empty folder, or one file.
-[[nodiscard]] bool RemoveFolder(const std::string& path);
-[[nodiscard]] bool RemoveFile(const std::string& path);
+Status RemoveFolder(const std::string& path);
+Status RemoveFile(const std::string& path);
 // Puts the file `from` in the place of the file `to` in one step: whoever looks finds the old
 // file or the new one, never a mix.
-[[nodiscard]] bool MoveOver(const std::string& from, const std::string& to);
+Status MoveOver(const std::string& from, const std::string& to);
 
 // The file names of the programs running now ("hl.exe"), as the system gives them.
 std::vector<std::string> RunningProgramNames();

@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <iterator>
 
@@ -45,8 +46,8 @@ std::uint64_t Calls() { return ThePlan().calls; }
 
 namespace {
 
-// Counts one call into the layer; true when this one is to fail. Ends the process when the
-// plan says so.
+// Counts one call into the layer; true when this one is to fail (as an I/O error would). Ends
+// the process when the plan says so.
 bool Faulty()
 {
     faults::Plan& plan = faults::ThePlan();
@@ -54,8 +55,14 @@ bool Faulty()
         return false;
     if (plan.mode == faults::Mode::end)
         _exit(faults::endStatus);
+    errno = EIO;
     return true;
 }
+
+// The system's reason for the call that just failed.
+Status LastError() { return Status::Failed(Reason::System(static_cast<std::uint32_t>(errno))); }
+
+Status Done(bool succeeded) { return succeeded ? Status() : LastError(); }
 
 // Nothing stands at the path, as opposed to the system failing to tell.
 bool Missing(int error) { return error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG; }
@@ -74,80 +81,113 @@ std::string RegistryFolder(const std::string& key)
 }
 
 // Longer than the limit, holding a NUL byte (after which the system would see a shorter path
-// than the caller checked), or not UTF-8: as the Win32 body refuses them.
+// than the caller checked), or not UTF-8: as the Win32 body refuses them. Sets errno.
 bool Unusable(const std::string& path)
 {
-    return path.size() > maxPathBytes || path.find('\0') != std::string::npos || !IsUtf8(path);
+    if (path.size() > maxPathBytes)
+        errno = ENAMETOOLONG;
+    else if (path.find('\0') != std::string::npos || !IsUtf8(path))
+        errno = EILSEQ;
+    else
+        return false;
+    return true;
 }
 
-// Repeats `transfer` (read or write) until all `size` bytes have moved; false when a call
-// fails or moves nothing. An interrupted call is simply repeated.
+// Repeats `transfer` (read or write) in slices of at most largestTransfer bytes until all `size`
+// bytes have moved; failed when a call fails or moves nothing. An interrupted call is repeated.
 template <class Bytes, class Transfer>
-bool TransferAll(Bytes* bytes, std::size_t size, Transfer transfer)
+Status TransferAll(Bytes* bytes, std::size_t size, Transfer transfer)
 {
     while (size > 0) {
-        ssize_t moved = transfer(bytes, std::min<std::size_t>(size, INT_MAX));
+        ssize_t moved = transfer(bytes, std::min(size, largestTransfer));
         if (moved < 0 && errno == EINTR)
             continue;
-        if (moved <= 0)
-            return false;
+        if (moved < 0)
+            return LastError();
+        if (moved == 0)
+            return Status::Failed(Reason::Refused(Reason::Own::endedEarly));
         bytes += moved;
         size -= static_cast<std::size_t>(moved);
     }
-    return true;
+    return Status();
 }
 
 // Opens `path` with `flags` and keeps it only when it is a plain file. Non-blocking, so that
 // a pipe standing at the path cannot stall the program.
-int OpenPlainFile(const std::string& path, int flags, struct stat& info)
+Status OpenPlainFile(const std::string& path, int flags, struct stat& info, int& descriptor)
 {
-    if (Unusable(path))
-        return -1;
-    int descriptor = open(path.c_str(), flags | O_NONBLOCK | O_CLOEXEC, 0666);
-    if (descriptor < 0)
-        return -1;
-    if (fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode)) {
-        close(descriptor);
-        return -1;
+    descriptor = -1;
+    if (Faulty() || Unusable(path))
+        return LastError();
+    const int opened = open(path.c_str(), flags | O_NONBLOCK | O_CLOEXEC, 0666);
+    if (opened < 0)
+        return LastError();
+    if (fstat(opened, &info) != 0) {
+        const Status failed = LastError();
+        close(opened);
+        return failed;
     }
-    return descriptor;
+    if (!S_ISREG(info.st_mode)) {
+        close(opened);
+        return S_ISDIR(info.st_mode) ? Status::Failed(Reason::System(EISDIR))
+                                     : Status::Failed(Reason::Refused(Reason::Own::notADiskFile));
+    }
+    descriptor = opened;
+    return Status();
 }
 
 }  // namespace
 
-RegistryRead ReadUserRegistryString(const std::string& key, const std::string& value,
-                                    std::string& text)
+// Registry errors as Windows gives them: the key or value is not there.
+constexpr std::uint32_t registryNotFound = ENOENT;
+
+RegistryString ReadUserRegistryString(const std::string& key, const std::string& value)
 {
-    if (Faulty())
-        return RegistryRead::keyMissing;
+    RegistryString result;
+    if (Faulty()) {
+        result.reason = Reason::System(EIO);
+        return result;
+    }
     std::string folder = RegistryFolder(key);
-    if (LookUp(folder).kind != EntryKind::folder)
-        return RegistryRead::keyMissing;
+    if (LookUp(folder).kind != EntryKind::folder) {
+        result.reason = Reason::System(registryNotFound);
+        return result;
+    }
+    result.read = RegistryRead::valueUnreadable;
     std::ifstream in(folder + "/" + value, std::ios::binary);
-    if (!in)
-        return RegistryRead::valueUnreadable;
+    if (!in) {
+        result.reason = Reason::System(registryNotFound);
+        return result;
+    }
     std::string stored((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (Utf16Length(stored) + 1 > 260)  // the stored string and its NUL must fit 260 characters
-        return RegistryRead::valueUnreadable;
-    text = stored.substr(0, stored.find('\0'));
-    return RegistryRead::ok;
+    if (Utf16Length(stored) + 1 > 260) {  // the stored string and its NUL must fit 260 characters
+        result.reason = Reason::System(E2BIG);
+        return result;
+    }
+    result.read = RegistryRead::ok;
+    result.text = stored.substr(0, stored.find('\0'));
+    return result;
 }
 
-std::vector<ListedEntry> ListFolder(const std::string& folder)
+Listing ListFolder(const std::string& folder)
 {
-    std::vector<ListedEntry> names;
-    if (Faulty() || Unusable(folder + "*.*"))  // the pattern FindFirstFileA is given
-        return names;
+    Listing listing;
+    if (Faulty() || Unusable(folder + "*.*")) {  // the pattern FindFirstFileW is given
+        listing.status = LastError();
+        return listing;
+    }
     DIR* dir = opendir(folder.c_str());
-    if (!dir)
-        return names;
+    if (!dir) {
+        listing.status = LastError();
+        return listing;
+    }
     while (dirent* entry = readdir(dir)) {
         struct stat info;
         const bool folderEntry = stat((folder + entry->d_name).c_str(), &info) == 0 && S_ISDIR(info.st_mode);
-        names.push_back({entry->d_name, folderEntry});
+        listing.entries.push_back({entry->d_name, folderEntry});
     }
     closedir(dir);
-    return names;
+    return listing;
 }
 
 Entry LookUp(const std::string& path)
@@ -155,6 +195,7 @@ Entry LookUp(const std::string& path)
     Entry entry;
     if (Faulty()) {
         entry.kind = EntryKind::unknown;
+        entry.reason = Reason::System(EIO);
         return entry;
     }
     struct stat info;
@@ -162,6 +203,7 @@ Entry LookUp(const std::string& path)
         return entry;
     if (lstat(path.c_str(), &info) != 0) {
         entry.kind = Missing(errno) ? EntryKind::none : EntryKind::unknown;
+        entry.reason = Reason::System(static_cast<std::uint32_t>(errno));
         return entry;
     }
     if (S_ISLNK(info.st_mode)) {
@@ -175,13 +217,14 @@ Entry LookUp(const std::string& path)
     return entry;
 }
 
-bool ReadFileStart(const std::string& path, std::size_t limit, std::string& bytes)
+Status ReadFileStart(const std::string& path, std::size_t limit, std::string& bytes)
 {
     bytes.clear();
     struct stat info;
-    int file = Faulty() ? -1 : OpenPlainFile(path, O_RDONLY, info);
-    if (file < 0)
-        return false;
+    int file = -1;
+    Status opened = OpenPlainFile(path, O_RDONLY, info, file);
+    if (!opened)
+        return opened;
     char block[65536];
     while (bytes.size() < limit) {
         ssize_t got = read(file, block, std::min(sizeof block, limit - bytes.size()));
@@ -190,91 +233,109 @@ bool ReadFileStart(const std::string& path, std::size_t limit, std::string& byte
         bytes.append(block, static_cast<std::size_t>(got));
     }
     close(file);
-    return true;
+    return Status();
 }
 
 File File::OpenForReading(const std::string& path)
 {
     struct stat info;
-    int descriptor = Faulty() ? -1 : OpenPlainFile(path, O_RDONLY, info);
-    return descriptor < 0 ? File() : File(descriptor, static_cast<std::uint64_t>(info.st_size));
+    int descriptor = -1;
+    const Status opened = OpenPlainFile(path, O_RDONLY, info, descriptor);
+    return opened ? File(descriptor, static_cast<std::uint64_t>(info.st_size)) : Failed(opened.Why());
 }
 
 File File::Create(const std::string& path)
 {
     struct stat info;
-    int descriptor = Faulty() ? -1 : OpenPlainFile(path, O_WRONLY | O_CREAT | O_TRUNC, info);
-    return descriptor < 0 ? File() : File(descriptor, 0);
+    int descriptor = -1;
+    const Status opened = OpenPlainFile(path, O_WRONLY | O_CREAT | O_TRUNC, info, descriptor);
+    return opened ? File(descriptor, 0) : Failed(opened.Why());
 }
 
 File File::OpenForAppending(const std::string& path)
 {
     struct stat info;
-    int descriptor = Faulty() ? -1 : OpenPlainFile(path, O_WRONLY, info);
-    if (descriptor < 0)
-        return File();
+    int descriptor = -1;
+    const Status opened = OpenPlainFile(path, O_WRONLY, info, descriptor);
+    if (!opened)
+        return Failed(opened.Why());
     if (lseek(descriptor, 0, SEEK_END) < 0) {
+        const Status failed = LastError();
         close(descriptor);
-        return File();
+        return Failed(failed.Why());
     }
     return File(descriptor, static_cast<std::uint64_t>(info.st_size));
 }
 
-bool File::Read(char* bytes, std::size_t count)
+Status File::Read(char* bytes, std::size_t count)
 {
     const int descriptor = static_cast<int>(handle);
-    return !Faulty() && open &&
-           TransferAll(bytes, count, [&](char* at, std::size_t part) { return read(descriptor, at, part); });
+    if (Faulty())
+        return LastError();
+    if (!open)
+        return Status::Failed(Reason::System(EBADF));
+    return TransferAll(bytes, count, [&](char* at, std::size_t part) { return read(descriptor, at, part); });
 }
 
-bool File::Write(const char* bytes, std::size_t count)
+Status File::Write(const char* bytes, std::size_t count)
 {
     const int descriptor = static_cast<int>(handle);
-    return !Faulty() && open &&
-           TransferAll(bytes, count, [&](const char* at, std::size_t part) { return write(descriptor, at, part); });
+    if (Faulty())
+        return LastError();
+    if (!open)
+        return Status::Failed(Reason::System(EBADF));
+    return TransferAll(bytes, count, [&](const char* at, std::size_t part) { return write(descriptor, at, part); });
 }
 
-bool File::Skip(std::uint64_t count)
+Status File::Skip(std::uint64_t count)
 {
-    return !Faulty() && open && count <= static_cast<std::uint64_t>(LLONG_MAX) &&
-           lseek(static_cast<int>(handle), static_cast<off_t>(count), SEEK_CUR) >= 0;
+    if (Faulty())
+        return LastError();
+    if (!open || count > static_cast<std::uint64_t>(LLONG_MAX))
+        return Status::Failed(Reason::System(open ? EINVAL : EBADF));
+    return Done(lseek(static_cast<int>(handle), static_cast<off_t>(count), SEEK_CUR) >= 0);
 }
 
-bool File::Truncate(std::uint64_t size)
+Status File::Truncate(std::uint64_t size)
 {
     const int descriptor = static_cast<int>(handle);
-    return !Faulty() && open && size <= static_cast<std::uint64_t>(LLONG_MAX) &&
-           ftruncate(descriptor, static_cast<off_t>(size)) == 0 &&
-           lseek(descriptor, static_cast<off_t>(size), SEEK_SET) >= 0;
+    if (Faulty())
+        return LastError();
+    if (!open || size > static_cast<std::uint64_t>(LLONG_MAX))
+        return Status::Failed(Reason::System(open ? EINVAL : EBADF));
+    return Done(ftruncate(descriptor, static_cast<off_t>(size)) == 0 &&
+                lseek(descriptor, static_cast<off_t>(size), SEEK_SET) >= 0);
 }
 
-bool File::Close()
+Status File::Close()
 {
     if (!open)
-        return false;
+        return Status::Failed(Reason::System(EBADF));
     open = false;
     const bool failed = Faulty();  // the descriptor goes all the same
-    return close(static_cast<int>(handle)) == 0 && !failed;
+    if (close(static_cast<int>(handle)) != 0)
+        return LastError();
+    return failed ? Status::Failed(Reason::System(EIO)) : Status();
 }
 
-bool MakeFolder(const std::string& path)
+Status MakeFolder(const std::string& path)
 {
-    return !Faulty() && !Unusable(path) && mkdir(path.c_str(), 0777) == 0;
+    return Done(!Faulty() && !Unusable(path) && mkdir(path.c_str(), 0777) == 0);
 }
 
-bool RemoveFolder(const std::string& path)
+Status RemoveFolder(const std::string& path)
 {
-    return !Faulty() && !Unusable(path) && rmdir(path.c_str()) == 0;
+    return Done(!Faulty() && !Unusable(path) && rmdir(path.c_str()) == 0);
 }
 
-bool RemoveFile(const std::string& path)
+Status RemoveFile(const std::string& path)
 {
-    return !Faulty() && !Unusable(path) && unlink(path.c_str()) == 0;
+    return Done(!Faulty() && !Unusable(path) && unlink(path.c_str()) == 0);
 }
 
-bool MoveOver(const std::string& from, const std::string& to)
+Status MoveOver(const std::string& from, const std::string& to)
 {
-    return !Faulty() && !Unusable(from) && !Unusable(to) && rename(from.c_str(), to.c_str()) == 0;
+    return Done(!Faulty() && !Unusable(from) && !Unusable(to) && rename(from.c_str(), to.c_str()) == 0);
 }
 
 // The programs' names as the system started them: the last part of each process's first
@@ -313,5 +374,7 @@ std::string AnsiToUtf8(const std::string& ansi)
     }
     return ToUtf8(text.data(), text.size());
 }
+
+std::string SystemMessage(std::uint32_t code) { return std::strerror(static_cast<int>(code)); }
 
 }  // namespace sys

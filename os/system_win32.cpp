@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "long_paths.h"
+#include "scoped_handle.h"
 #include "text_encoding.h"
 
 namespace sys {
@@ -29,20 +30,28 @@ std::string Utf8(const wchar_t* wide, std::size_t length)
 
 std::string Utf8(const wchar_t* wide) { return Utf8(wide, wcslen(wide)); }
 
+// The system's reason for the call that just failed.
+Status LastError() { return Status::Failed(Reason::System(GetLastError())); }
+
 // The longest path plain calls take, and plain CreateDirectory (room for an 8.3 name).
 constexpr std::size_t plainPathLimit = MAX_PATH - 1;
 constexpr std::size_t plainFolderLimit = MAX_PATH - 13;
 
 // The path as a call takes it: UTF-16, in its extended-length form when it is longer than the
-// call's `limit`. Empty when no call can take it: a NUL byte (after which the system would see a
-// shorter path than the caller checked), bytes that are not UTF-8, more than Windows' longest.
-std::wstring SystemPath(const std::string& path, std::size_t limit = plainPathLimit)
+// call's `limit`. Failed when no call can take it: a NUL byte (after which the system would see
+// a shorter path than the caller checked), bytes that are not UTF-8, more than Windows' longest.
+Status SystemPath(const std::string& path, std::wstring& wide, std::size_t limit = plainPathLimit)
 {
-    std::wstring wide;
     if (path.empty() || path.find('\0') != std::string::npos ||
-        !Wide(Utf16Length(path) > limit ? ExtendedLengthPath(path) : path, wide) || wide.size() > maxPathUnits)
-        return std::wstring();
-    return wide;
+        !Wide(Utf16Length(path) > limit ? ExtendedLengthPath(path) : path, wide)) {
+        wide.clear();
+        return Status::Failed(Reason::System(ERROR_INVALID_NAME));
+    }
+    if (wide.size() > maxPathUnits) {
+        wide.clear();
+        return Status::Failed(Reason::System(ERROR_FILENAME_EXCED_RANGE));
+    }
+    return Status();
 }
 
 HANDLE Native(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
@@ -70,218 +79,273 @@ bool Missing(DWORD error)
 
 // Opens `path` and keeps it only when it is a file on a disk: a device name (COM1, NUL) opens a
 // device, which must never be read or written as if it were a player's file.
-HANDLE OpenDiskFile(const std::string& path, DWORD access, DWORD sharing, DWORD disposition)
+Status OpenDiskFile(const std::string& path, DWORD access, DWORD sharing, DWORD disposition, ScopedFileHandle& file)
 {
-    const std::wstring wide = SystemPath(path);
-    if (wide.empty())
-        return INVALID_HANDLE_VALUE;
-    HANDLE handle = CreateFileW(wide.c_str(), access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (handle != INVALID_HANDLE_VALUE && GetFileType(handle) != FILE_TYPE_DISK) {
-        CloseHandle(handle);
-        return INVALID_HANDLE_VALUE;
+    std::wstring wide;
+    Status usable = SystemPath(path, wide);
+    if (!usable)
+        return usable;
+    file = ScopedFileHandle(
+        CreateFileW(wide.c_str(), access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file.IsValid())
+        return LastError();
+    if (GetFileType(file.Get()) != FILE_TYPE_DISK) {
+        file.Close();
+        return Status::Failed(Reason::Refused(Reason::Own::notADiskFile));
     }
-    return handle;
+    return Status();
 }
 
-// ReadFile and WriteFile take at most a DWORD; larger transfers go in slices.
-constexpr std::size_t sliceSize = 1u << 30;
+// A file's size from its handle; failed for one the system cannot tell.
+Status SizeOf(HANDLE file, std::uint64_t& size)
+{
+    LARGE_INTEGER length;
+    if (!GetFileSizeEx(file, &length))
+        return LastError();
+    size = static_cast<std::uint64_t>(std::max<LONGLONG>(length.QuadPart, 0));
+    return Status();
+}
 
-// Repeats `transfer` (ReadFile or WriteFile) in slices until all `size` bytes have moved;
-// false when a call fails or moves nothing.
+// Repeats `transfer` (ReadFile or WriteFile) in slices of at most largestTransfer bytes until
+// all `size` bytes have moved; failed when a call fails or moves nothing.
 template <class Bytes, class Transfer>
-bool TransferAll(Bytes* bytes, std::size_t size, Transfer transfer)
+Status TransferAll(Bytes* bytes, std::size_t size, Transfer transfer)
 {
     while (size > 0) {
         DWORD moved = 0;
-        if (!transfer(bytes, static_cast<DWORD>(std::min(size, sliceSize)), &moved) || moved == 0)
-            return false;
+        if (!transfer(bytes, static_cast<DWORD>(std::min(size, largestTransfer)), &moved))
+            return LastError();
+        if (moved == 0)
+            return Status::Failed(Reason::Refused(Reason::Own::endedEarly));
         bytes += moved;
         size -= moved;
     }
-    return true;
+    return Status();
 }
+
+Status Done(BOOL succeeded) { return succeeded ? Status() : LastError(); }
 
 }  // namespace
 
-RegistryRead ReadUserRegistryString(const std::string& key, const std::string& value,
-                                    std::string& text)
+RegistryString ReadUserRegistryString(const std::string& key, const std::string& value)
 {
+    RegistryString result;
     std::wstring wideKey, wideValue;
-    HKEY handle;
-    if (!Wide(key, wideKey) || !Wide(value, wideValue) ||
-        RegOpenKeyExW(HKEY_CURRENT_USER, wideKey.c_str(), 0, KEY_QUERY_VALUE, &handle) != ERROR_SUCCESS)
-        return RegistryRead::keyMissing;
+    if (!Wide(key, wideKey) || !Wide(value, wideValue)) {
+        result.reason = Reason::System(ERROR_INVALID_NAME);
+        return result;
+    }
+    HKEY opened = nullptr;
+    const LONG open = RegOpenKeyExW(HKEY_CURRENT_USER, wideKey.c_str(), 0, KEY_QUERY_VALUE, &opened);
+    ScopedRegistryKey steamKey(open == ERROR_SUCCESS ? opened : nullptr);
+    if (!steamKey.IsValid()) {
+        result.reason = Reason::System(static_cast<std::uint32_t>(open));
+        return result;
+    }
     // 260 characters: a longer value, with its NUL, does not fit and is unreadable.
     wchar_t buffer[260];
     DWORD size = sizeof buffer;
-    LONG result = RegQueryValueExW(handle, wideValue.c_str(), nullptr, nullptr, reinterpret_cast<BYTE*>(buffer), &size);
-    RegCloseKey(handle);
-    if (result != ERROR_SUCCESS)
-        return RegistryRead::valueUnreadable;
+    const LONG query =
+        RegQueryValueExW(steamKey.Get(), wideValue.c_str(), nullptr, nullptr, reinterpret_cast<BYTE*>(buffer), &size);
+    if (query != ERROR_SUCCESS) {
+        result.read = RegistryRead::valueUnreadable;
+        result.reason = Reason::System(static_cast<std::uint32_t>(query));
+        return result;
+    }
     std::size_t length = 0;
     while (length < size / sizeof(wchar_t) && buffer[length] != L'\0')
         ++length;
-    text = Utf8(buffer, length);
-    return RegistryRead::ok;
-}
-
-std::vector<ListedEntry> ListFolder(const std::string& folder)
-{
-    std::vector<ListedEntry> names;
-    const std::wstring pattern = SystemPath(folder + "*.*");
-    WIN32_FIND_DATAW entry;
-    HANDLE search = pattern.empty() ? INVALID_HANDLE_VALUE : FindFirstFileW(pattern.c_str(), &entry);
-    if (search == INVALID_HANDLE_VALUE)
-        return names;
-    do
-        names.push_back({Utf8(entry.cFileName), (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0});
-    while (FindNextFileW(search, &entry));
-    FindClose(search);
-    return names;
-}
-
-Entry LookUp(const std::string& path)
-{
-    Entry result;
-    const std::wstring wide = SystemPath(path);
-    if (wide.empty())
-        return result;
-    WIN32_FIND_DATAW entry;
-    HANDLE search = FindFirstFileW(wide.c_str(), &entry);
-    if (search == INVALID_HANDLE_VALUE) {
-        result.kind = Missing(GetLastError()) ? EntryKind::none : EntryKind::unknown;
-        return result;
-    }
-    FindClose(search);
-    result.kind = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) ? EntryKind::folder : EntryKind::file;
-    result.link = (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    result.read = RegistryRead::ok;
+    result.text = Utf8(buffer, length);
     return result;
 }
 
-bool ReadFileStart(const std::string& path, std::size_t limit, std::string& bytes)
+Listing ListFolder(const std::string& folder)
+{
+    Listing listing;
+    std::wstring pattern;
+    listing.status = SystemPath(folder + "*.*", pattern);
+    if (!listing.status)
+        return listing;
+    WIN32_FIND_DATAW entry;
+    ScopedFind search(FindFirstFileW(pattern.c_str(), &entry));
+    if (!search.IsValid()) {
+        listing.status = LastError();
+        return listing;
+    }
+    do
+        listing.entries.push_back({Utf8(entry.cFileName), (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0});
+    while (FindNextFileW(search.Get(), &entry));
+    return listing;
+}
+
+// The attributes alone answer most look-ups, and cost a fraction of a search. A file another
+// program holds open with no sharing (pagefile.sys, say) refuses them; its folder's listing still
+// shows it.
+Entry LookUp(const std::string& path)
+{
+    Entry result;
+    std::wstring wide;
+    if (!SystemPath(path, wide))
+        return result;
+    DWORD attributes = GetFileAttributesW(wide.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        const DWORD error = GetLastError();
+        WIN32_FIND_DATAW entry;
+        ScopedFind search(error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED
+                              ? FindFirstFileW(wide.c_str(), &entry)
+                              : INVALID_HANDLE_VALUE);
+        if (!search.IsValid()) {
+            result.kind = Missing(error) ? EntryKind::none : EntryKind::unknown;
+            result.reason = Reason::System(error);
+            return result;
+        }
+        attributes = entry.dwFileAttributes;
+    }
+    result.kind = (attributes & FILE_ATTRIBUTE_DIRECTORY) ? EntryKind::folder : EntryKind::file;
+    result.link = (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    return result;
+}
+
+Status ReadFileStart(const std::string& path, std::size_t limit, std::string& bytes)
 {
     bytes.clear();
-    HANDLE file = OpenDiskFile(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
-    if (file == INVALID_HANDLE_VALUE)
-        return false;
+    ScopedFileHandle file;
+    Status opened = OpenDiskFile(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING, file);
+    if (!opened)
+        return opened;
     char block[65536];
     while (bytes.size() < limit) {
         DWORD wanted = static_cast<DWORD>(std::min<std::size_t>(sizeof block, limit - bytes.size()));
         DWORD got = 0;
-        if (!ReadFile(file, block, wanted, &got, nullptr) || got == 0)
+        if (!ReadFile(file.Get(), block, wanted, &got, nullptr) || got == 0)
             break;
         bytes.append(block, got);
     }
-    CloseHandle(file);
-    return true;
+    return Status();
 }
 
 File File::OpenForReading(const std::string& path)
 {
-    HANDLE handle = OpenDiskFile(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
-    if (handle == INVALID_HANDLE_VALUE)
-        return File();
-    LARGE_INTEGER length;
-    if (!GetFileSizeEx(handle, &length) || length.QuadPart < 0) {
-        CloseHandle(handle);
-        return File();
-    }
-    return File(reinterpret_cast<std::intptr_t>(handle), static_cast<std::uint64_t>(length.QuadPart));
+    ScopedFileHandle file;
+    std::uint64_t size = 0;
+    Status opened = OpenDiskFile(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING, file);
+    if (opened)
+        opened = SizeOf(file.Get(), size);
+    if (!opened)
+        return Failed(opened.Why());
+    return File(reinterpret_cast<std::intptr_t>(file.Release()), size);
 }
 
 File File::Create(const std::string& path)
 {
-    HANDLE handle = OpenDiskFile(path, GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS);
-    return handle == INVALID_HANDLE_VALUE ? File() : File(reinterpret_cast<std::intptr_t>(handle), 0);
+    ScopedFileHandle file;
+    const Status opened = OpenDiskFile(path, GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS, file);
+    if (!opened)
+        return Failed(opened.Why());
+    return File(reinterpret_cast<std::intptr_t>(file.Release()), 0);
 }
 
 File File::OpenForAppending(const std::string& path)
 {
-    HANDLE handle = OpenDiskFile(path, GENERIC_WRITE, FILE_SHARE_READ, OPEN_EXISTING);
-    if (handle == INVALID_HANDLE_VALUE)
-        return File();
-    LARGE_INTEGER length, end;
+    ScopedFileHandle file;
+    std::uint64_t size = 0;
+    Status opened = OpenDiskFile(path, GENERIC_WRITE, FILE_SHARE_READ, OPEN_EXISTING, file);
+    if (opened)
+        opened = SizeOf(file.Get(), size);
     LARGE_INTEGER zero{};
-    if (!GetFileSizeEx(handle, &length) || length.QuadPart < 0 || !SetFilePointerEx(handle, zero, &end, FILE_END)) {
-        CloseHandle(handle);
-        return File();
-    }
-    return File(reinterpret_cast<std::intptr_t>(handle), static_cast<std::uint64_t>(length.QuadPart));
+    if (opened)
+        opened = Done(SetFilePointerEx(file.Get(), zero, nullptr, FILE_END));
+    if (!opened)
+        return Failed(opened.Why());
+    return File(reinterpret_cast<std::intptr_t>(file.Release()), size);
 }
 
-bool File::Read(char* bytes, std::size_t count)
-{
-    return open && TransferAll(bytes, count, [&](char* at, DWORD part, DWORD* moved) {
-               return ReadFile(Native(handle), at, part, moved, nullptr);
-           });
-}
-
-bool File::Write(const char* bytes, std::size_t count)
-{
-    return open && TransferAll(bytes, count, [&](const char* at, DWORD part, DWORD* moved) {
-               return WriteFile(Native(handle), at, part, moved, nullptr);
-           });
-}
-
-bool File::Skip(std::uint64_t count)
-{
-    LARGE_INTEGER distance;
-    distance.QuadPart = static_cast<LONGLONG>(count);
-    return open && count <= 0x7FFFFFFFFFFFFFFFull && SetFilePointerEx(Native(handle), distance, nullptr, FILE_CURRENT);
-}
-
-bool File::Truncate(std::uint64_t size)
-{
-    LARGE_INTEGER position;
-    position.QuadPart = static_cast<LONGLONG>(size);
-    return open && size <= 0x7FFFFFFFFFFFFFFFull && SetFilePointerEx(Native(handle), position, nullptr, FILE_BEGIN) &&
-           SetEndOfFile(Native(handle));
-}
-
-bool File::Close()
+Status File::Read(char* bytes, std::size_t count)
 {
     if (!open)
-        return false;
+        return Status::Failed(Reason::System(ERROR_INVALID_HANDLE));
+    return TransferAll(bytes, count, [&](char* at, DWORD part, DWORD* moved) {
+        return ReadFile(Native(handle), at, part, moved, nullptr);
+    });
+}
+
+Status File::Write(const char* bytes, std::size_t count)
+{
+    if (!open)
+        return Status::Failed(Reason::System(ERROR_INVALID_HANDLE));
+    return TransferAll(bytes, count, [&](const char* at, DWORD part, DWORD* moved) {
+        return WriteFile(Native(handle), at, part, moved, nullptr);
+    });
+}
+
+Status File::Skip(std::uint64_t count)
+{
+    if (!open || count > 0x7FFFFFFFFFFFFFFFull)
+        return Status::Failed(Reason::System(open ? ERROR_NEGATIVE_SEEK : ERROR_INVALID_HANDLE));
+    LARGE_INTEGER distance;
+    distance.QuadPart = static_cast<LONGLONG>(count);
+    return Done(SetFilePointerEx(Native(handle), distance, nullptr, FILE_CURRENT));
+}
+
+Status File::Truncate(std::uint64_t size)
+{
+    if (!open || size > 0x7FFFFFFFFFFFFFFFull)
+        return Status::Failed(Reason::System(open ? ERROR_NEGATIVE_SEEK : ERROR_INVALID_HANDLE));
+    LARGE_INTEGER position;
+    position.QuadPart = static_cast<LONGLONG>(size);
+    return Done(SetFilePointerEx(Native(handle), position, nullptr, FILE_BEGIN) && SetEndOfFile(Native(handle)));
+}
+
+Status File::Close()
+{
+    if (!open)
+        return Status::Failed(Reason::System(ERROR_INVALID_HANDLE));
     open = false;
-    return CloseHandle(Native(handle)) != 0;
+    return Done(ScopedFileHandle(Native(handle)).Close());
 }
 
-bool MakeFolder(const std::string& path)
+Status MakeFolder(const std::string& path)
 {
-    const std::wstring wide = SystemPath(path, plainFolderLimit);
-    return !wide.empty() && CreateDirectoryW(wide.c_str(), nullptr) != 0;
+    std::wstring wide;
+    Status usable = SystemPath(path, wide, plainFolderLimit);
+    return usable ? Done(CreateDirectoryW(wide.c_str(), nullptr)) : usable;
 }
 
-bool RemoveFolder(const std::string& path)
+Status RemoveFolder(const std::string& path)
 {
-    const std::wstring wide = SystemPath(path);
-    return !wide.empty() && RemoveDirectoryW(wide.c_str()) != 0;
+    std::wstring wide;
+    Status usable = SystemPath(path, wide);
+    return usable ? Done(RemoveDirectoryW(wide.c_str())) : usable;
 }
 
-bool RemoveFile(const std::string& path)
+Status RemoveFile(const std::string& path)
 {
-    const std::wstring wide = SystemPath(path);
-    return !wide.empty() && DeleteFileW(wide.c_str()) != 0;
+    std::wstring wide;
+    Status usable = SystemPath(path, wide);
+    return usable ? Done(DeleteFileW(wide.c_str())) : usable;
 }
 
-bool MoveOver(const std::string& from, const std::string& to)
+Status MoveOver(const std::string& from, const std::string& to)
 {
-    const std::wstring wideFrom = SystemPath(from), wideTo = SystemPath(to);
-    return !wideFrom.empty() && !wideTo.empty() &&
-           MoveFileExW(wideFrom.c_str(), wideTo.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+    std::wstring wideFrom, wideTo;
+    Status usable = SystemPath(from, wideFrom);
+    if (usable)
+        usable = SystemPath(to, wideTo);
+    return usable ? Done(MoveFileExW(wideFrom.c_str(), wideTo.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+                  : usable;
 }
 
 std::vector<std::string> RunningProgramNames()
 {
     std::vector<std::string> names;
-    HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    if (snapshot == INVALID_HANDLE_VALUE)
+    ScopedSnapshot snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+    if (!snapshot.IsValid())
         return names;
     PROCESSENTRY32W process{};
     process.dwSize = sizeof process;
-    for (BOOL more = Process32FirstW(snapshot, &process); more; more = Process32NextW(snapshot, &process))
+    for (BOOL more = Process32FirstW(snapshot.Get(), &process); more; more = Process32NextW(snapshot.Get(), &process))
         names.push_back(Utf8(process.szExeFile));
-    CloseHandle(snapshot);
     return names;
 }
 
@@ -293,6 +357,19 @@ std::string AnsiToUtf8(const std::string& ansi)
     std::wstring wide(static_cast<std::size_t>(std::max(length, 0)), L'\0');
     MultiByteToWideChar(CP_ACP, 0, ansi.data(), static_cast<int>(ansi.size()), wide.data(), length);
     return Utf8(wide.data(), wide.size());
+}
+
+std::string SystemMessage(std::uint32_t code)
+{
+    wchar_t* text = nullptr;
+    // Language 0: the user's language, else the system's, else English.
+    const DWORD length = FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM |
+                                            FORMAT_MESSAGE_IGNORE_INSERTS,
+                                        nullptr, code, 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
+    std::string message = length > 0 && text ? Utf8(text, length) : std::string();
+    LocalFree(text);
+    message.erase(message.find_last_not_of(" \r\n") + 1);
+    return message.empty() ? "Windows error " + std::to_string(code) : message;
 }
 
 }  // namespace sys

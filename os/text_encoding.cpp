@@ -95,3 +95,11 @@ std::string ToUtf8(const char16_t* utf16, std::size_t length)
     }
     return utf8;
 }
+
+std::string AsciiLower(std::string text)
+{
+    for (char& c : text)
+        if (c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c - 'A' + 'a');
+    return text;
+}

@@ -19,6 +19,10 @@ bool ToUtf16(const std::string& utf8, std::u16string& utf16);
 // UTF-16 as UTF-8; a lone surrogate becomes U+FFFD.
 std::string ToUtf8(const char16_t* utf16, std::size_t length);
 
+// `text` with the letters A to Z in lower case and every other byte as it is: how the program
+// compares names that Windows compares without regard to case.
+std::string AsciiLower(std::string text);
+
 namespace sys {
 
 // Text in the system's ANSI code page (Windows' CP_ACP; the POSIX body, standing in for a

@@ -2,18 +2,9 @@
 
 #include <cstdio>
 
+#include "text_encoding.h"
+
 namespace {
-
-char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool SameIgnoringCase(const std::string& a, const char* b)
-{
-    std::size_t i = 0;
-    for (; i < a.size() && b[i] != '\0'; ++i)
-        if (Lower(a[i]) != Lower(b[i]))
-            return false;
-    return i == a.size() && b[i] == '\0';
-}
 
 // A digit, or a superscript one, two or three: as a byte of the Windows code page (B9, B2, B3)
 // or as UTF-8 (C2 B9, C2 B2, C2 B3).
@@ -31,10 +22,11 @@ bool IsDeviceSegment(const std::string& segment)
 {
     std::string base = segment.substr(0, segment.find('.'));
     base.erase(base.find_last_not_of(' ') + 1);
+    base = AsciiLower(base);
     for (const char* device : {"con", "prn", "aux", "nul", "conin$", "conout$"})
-        if (SameIgnoringCase(base, device))
+        if (base == device)
             return true;
-    return base.size() >= 4 && (SameIgnoringCase(base.substr(0, 3), "com") || SameIgnoringCase(base.substr(0, 3), "lpt")) &&
+    return base.size() >= 4 && (base.compare(0, 3, "com") == 0 || base.compare(0, 3, "lpt") == 0) &&
            IsPortNumber(base.substr(3));
 }
 

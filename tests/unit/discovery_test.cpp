@@ -33,20 +33,23 @@ TEST(Discovery, SteamPathIsUsedExactlyAsStored)
     // 259 characters and the NUL fill the 260-byte buffer; one more does not fit.
     std::string longest(259, 'x');
     SetUserRegistryString(testKey, "SteamPath", longest);
-    std::string read;
-    EXPECT_EQ(sys::ReadUserRegistryString(testKey, "SteamPath", read), sys::RegistryRead::ok);
-    EXPECT_EQ(read, longest);
+    EXPECT_EQ(sys::ReadUserRegistryString(testKey, "SteamPath").read, sys::RegistryRead::ok);
+    EXPECT_EQ(sys::ReadUserRegistryString(testKey, "SteamPath").text, longest);
     SetUserRegistryString(testKey, "SteamPath", longest + "x");
-    EXPECT_EQ(sys::ReadUserRegistryString(testKey, "SteamPath", read),
-              sys::RegistryRead::valueUnreadable);
-    EXPECT_EQ(sys::ReadUserRegistryString(testKey, "NoSuchValue", read),
-              sys::RegistryRead::valueUnreadable);
+    const sys::RegistryString tooLong = sys::ReadUserRegistryString(testKey, "SteamPath");
+    EXPECT_EQ(tooLong.read, sys::RegistryRead::valueUnreadable);
+    EXPECT_NE(tooLong.reason.code, 0u);
+    // ERROR_FILE_NOT_FOUND on Windows, and ENOENT, its POSIX counterpart, in the stand-in: both 2.
+    const sys::RegistryString noValue = sys::ReadUserRegistryString(testKey, "NoSuchValue");
+    EXPECT_EQ(noValue.read, sys::RegistryRead::valueUnreadable);
+    EXPECT_EQ(noValue.reason, sys::Reason::System(2));
     EXPECT_EQ(ReadSteamappsPath(testKey).read, sys::RegistryRead::valueUnreadable);
     DeleteUserRegistryKey(testKey);
-    EXPECT_EQ(sys::ReadUserRegistryString(testKey, "SteamPath", read),
-              sys::RegistryRead::keyMissing);
-    EXPECT_EQ(ReadSteamappsPath(testKey).read, sys::RegistryRead::keyMissing);
-    EXPECT_EQ(ReadSteamappsPath(testKey).steamappsPath, "");
+    EXPECT_EQ(sys::ReadUserRegistryString(testKey, "SteamPath").read, sys::RegistryRead::keyMissing);
+    const SteamPath noKey = ReadSteamappsPath(testKey);
+    EXPECT_EQ(noKey.read, sys::RegistryRead::keyMissing);
+    EXPECT_EQ(noKey.reason, sys::Reason::System(2));
+    EXPECT_EQ(noKey.steamappsPath, "");
 }
 
 TEST(Discovery, ListingKeepsEveryEntryAndTellsFilesFromFolders)
@@ -55,11 +58,16 @@ TEST(Discovery, ListingKeepsEveryEntryAndTellsFilesFromFolders)
     MakeFolders(root.Path() + "/one/two");
     WriteFile(root.Path() + "/file.txt", "x");
     std::vector<std::string> names;
-    for (const sys::ListedEntry& entry : sys::ListFolder(root.Path() + "/"))
+    const sys::Listing listing = sys::ListFolder(root.Path() + "/");
+    EXPECT_TRUE(listing.status);
+    for (const sys::ListedEntry& entry : listing.entries)
         names.push_back(entry.name + (entry.folder ? "/" : ""));
     std::sort(names.begin(), names.end());
     EXPECT_EQ(names, (std::vector<std::string>{"../", "./", "file.txt", "one/"}));
-    EXPECT_TRUE(sys::ListFolder(root.Path() + "/missing/").empty());
+    const sys::Listing missing = sys::ListFolder(root.Path() + "/missing/");
+    EXPECT_TRUE(missing.entries.empty());
+    EXPECT_FALSE(missing.status);
+    EXPECT_NE(missing.status.Why().code, 0u);
 
     EXPECT_EQ(sys::LookUp(root.Path() + "/one").kind, sys::EntryKind::folder);
     EXPECT_EQ(sys::LookUp(root.Path() + "/file.txt").kind, sys::EntryKind::file);
@@ -81,7 +89,9 @@ TEST(Discovery, FindGamesKeepsQualifyingFoldersInListingOrder)
     MakeFolders(apps + "COMMON/counter-strike");          // a library's shared folder, in any case
     WriteFile(apps + "notes.txt", "a plain file holds no game");
 
-    std::vector<SteamAccount> accounts = FindGames(apps);
+    const FoundGames found = FindGames(apps);
+    const std::vector<SteamAccount>& accounts = found.places;
+    EXPECT_FALSE(found.failure.Failed());
 
     std::vector<std::string> expectedOrder;
     for (const std::string& name : NamesIn(apps))
@@ -95,7 +105,11 @@ TEST(Discovery, FindGamesKeepsQualifyingFoldersInListingOrder)
         EXPECT_EQ(a.hasCs16Backup, a.name == "carol");
         EXPECT_EQ(a.hasCssBackup, a.name == "bob" || a.name == "frank");
     }
-    EXPECT_TRUE(FindGames(steam.Path() + "/missing/").empty());
+    // No steamapps: nothing found, and why.
+    const FoundGames none = FindGames(steam.Path() + "/missing/");
+    EXPECT_TRUE(none.places.empty());
+    EXPECT_EQ(none.failure.path, steam.Path() + "/missing/");
+    EXPECT_NE(none.failure.reason.code, 0u);
 }
 
 TEST(Discovery, DotEntriesAreTestedLikeAnyOther)
@@ -104,7 +118,7 @@ TEST(Discovery, DotEntriesAreTestedLikeAnyOther)
     std::string apps = steam.Path() + "/steamapps/";
     MakeFolders(apps + "counter-strike");                     // seen through "."
     MakeFolders(steam.Path() + "/counter-strike source");     // seen through ".."
-    std::vector<SteamAccount> accounts = FindGames(apps);
+    std::vector<SteamAccount> accounts = FindGames(apps).places;
     std::vector<std::string> names = Names(accounts);
     std::sort(names.begin(), names.end());
     ASSERT_EQ(names, (std::vector<std::string>{".", ".."}));
@@ -148,7 +162,7 @@ TEST(Discovery, AccountFoldersFirstThenEveryLibraryInOrder)
     const std::string secondAsWritten = AsSteamWritesIt(second.Path());
     const std::string backupOnlyAsWritten = AsSteamWritesIt(backupOnly.Path());
 
-    std::vector<SteamAccount> found = FindGames(apps);
+    std::vector<SteamAccount> found = FindGames(apps).places;
     ASSERT_EQ(Names(found), (std::vector<std::string>{"alice", "library " + steam.Path(),
                                                        "library " + secondAsWritten,
                                                        "library " + backupOnlyAsWritten}));

@@ -15,17 +15,20 @@ const std::uint64_t twoGiB = std::uint64_t{1} << 31;
 
 TEST(BackupFailure, InstallStopsBeforeAFileItCouldNotBackUpAndTheNextInstallBacksItUp)
 {
+    using Own = sys::Reason::Own;
     struct Case {
         const char* what;
         std::function<void(const std::string&)> make;  // puts an unreadable a.txt in place
+        Own why;
     };
     const std::vector<Case> cases = {
-        {"a pipe", [](const std::string& path) { ASSERT_EQ(mkfifo(path.c_str(), 0644), 0); }},
+        {"a pipe", [](const std::string& path) { ASSERT_EQ(mkfifo(path.c_str(), 0644), 0); }, Own::notADiskFile},
         {"a 2 GiB file",
          [](const std::string& path) {
              WriteFile(path, "");
              ResizeFile(path, twoGiB);
-         }},
+         },
+         Own::tooLargeToBackUp},
     };
     for (const Case& c : cases) {
         InstallScene scene;  // records: cfg/ludax/binds.cfg, resource/background/x.tga, a.txt, cfg/config.cfg
@@ -40,6 +43,7 @@ TEST(BackupFailure, InstallStopsBeforeAFileItCouldNotBackUpAndTheNextInstallBack
         const InstallOutcome outcome = scene.Install();
         EXPECT_EQ(outcome.result, InstallOutcome::Result::backupFailed) << c.what;
         EXPECT_EQ(outcome.path, p + "a.txt") << c.what;
+        EXPECT_EQ(outcome.reason, sys::Reason::Refused(c.why)) << c.what;
         EXPECT_FALSE(scene.account.hasCs16Backup) << c.what;
 
         // Backed up, then overwritten: the file before it. Untouched: it and the ones after it.

@@ -63,7 +63,7 @@ std::vector<std::pair<std::string, std::string>> RecordsOnDisk(const std::string
         if (records.size() % 2 == 0)  // every other record's data is left for Next to skip
             EXPECT_TRUE(reader.CopyData([&](const char* bytes, std::size_t count) {
                 data.append(bytes, count);
-                return true;
+                return sys::Status();
             }));
         else
             data = "<" + std::to_string(size) + " skipped>";

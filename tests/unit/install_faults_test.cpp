@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <functional>
 
@@ -51,6 +52,17 @@ void Compare(const Tree& before, const Tree& after, Tally& tally, const std::str
         }
 }
 
+// What an operation could not do, and why; nothing when it finished.
+using Operation = std::function<sys::Failure(InstallScene&)>;
+
+sys::Failure Install(InstallScene& scene)
+{
+    const InstallOutcome outcome = scene.Install();
+    return outcome.result == InstallOutcome::Result::installed ? sys::Failure() : sys::Failure{outcome.path, outcome.reason};
+}
+
+sys::Failure Uninstall(InstallScene& scene) { return scene.Uninstall().firstFailure; }
+
 // Runs `operation` with call `nth` failing, or in a child process ended at call `nth`.
 void Inject(std::uint64_t nth, Mode mode, const std::function<void()>& operation)
 {
@@ -73,7 +85,7 @@ void Inject(std::uint64_t nth, Mode mode, const std::function<void()>& operation
 }
 
 // The calls `operation` makes into the OS layer when nothing fails.
-std::uint64_t CallsOf(const std::function<void(InstallScene&)>& setUp, const std::function<void(InstallScene&)>& operation)
+std::uint64_t CallsOf(const std::function<void(InstallScene&)>& setUp, const Operation& operation)
 {
     InstallScene scene;
     PlayersGame(scene);
@@ -84,9 +96,8 @@ std::uint64_t CallsOf(const std::function<void(InstallScene&)>& setUp, const std
 }
 
 // Injects a fault at every call of `operation` (after `setUp`), in both modes, and recovers
-// both ways.
-Tally InjectEverywhere(const char* what, const std::function<void(InstallScene&)>& setUp,
-          const std::function<void(InstallScene&)>& operation)
+// both ways. A failed call's own reason (the hook's I/O error) is what the outcome names.
+Tally InjectEverywhere(const char* what, const std::function<void(InstallScene&)>& setUp, const Operation& operation)
 {
     Tally tally;
     tally.calls = CallsOf(setUp, operation);
@@ -100,7 +111,12 @@ Tally InjectEverywhere(const char* what, const std::function<void(InstallScene&)
                 PlayersGame(scene);
                 const Tree before = Snapshot(scene.steam.Path());
                 setUp(scene);
-                Inject(nth, mode, [&] { operation(scene); });
+                Inject(nth, mode, [&] {
+                    const sys::Failure failure = operation(scene);
+                    if (failure.Failed() && mode == Mode::fail) {
+                        EXPECT_EQ(failure.reason, sys::Reason::System(EIO)) << where << ": " << failure.path;
+                    }
+                });
                 // What the program offers next: it reads the installed state from the disk.
                 if (installAgain) {
                     EXPECT_EQ(scene.Install().result, InstallOutcome::Result::installed) << where;
@@ -115,10 +131,11 @@ Tally InjectEverywhere(const char* what, const std::function<void(InstallScene&)
 
 TEST(FaultInjection, NoKillAndNoFailedCallCostsAPlayersByteOrLeavesAnythingBehind)
 {
-    const Tally install = InjectEverywhere("first install", [](InstallScene&) {}, [](InstallScene& s) { s.Install(); });
+    const auto installed = [](InstallScene& s) { s.Install(); };
+    const Tally install = InjectEverywhere("first install", [](InstallScene&) {}, Install);
     // Installed already: the backup files must be read whole before anything is added to them.
-    const Tally again = InjectEverywhere("second install", [](InstallScene& s) { s.Install(); }, [](InstallScene& s) { s.Install(); });
-    const Tally uninstall = InjectEverywhere("uninstall", [](InstallScene& s) { s.Install(); }, [](InstallScene& s) { s.Uninstall(); });
+    const Tally again = InjectEverywhere("second install", installed, Install);
+    const Tally uninstall = InjectEverywhere("uninstall", installed, Uninstall);
     std::printf("fault injection: a first install makes %llu calls, a second %llu, an uninstall %llu; each call failed "
                 "once and ended at once (%llu, %llu and %llu faults), each followed by install and uninstall, and by "
                 "uninstall alone; lost bytes %llu, entries left behind %d\n",

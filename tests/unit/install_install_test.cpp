@@ -95,6 +95,7 @@ TEST(Install, AFolderThatCannotBeMadeStopsWithBackupFilesThatUndoWhatWasDone)
     const InstallOutcome outcome = scene.Install();
     EXPECT_EQ(outcome.result, Result::folderFailed);
     EXPECT_EQ(outcome.path, c + "resource/background");
+    EXPECT_NE(outcome.reason.code, 0u) << "the system's reason for the folder it could not make";
     EXPECT_FALSE(scene.account.hasCs16Backup);
 
     // The first record was written. The removal list named, before anything was made, every
@@ -116,7 +117,9 @@ TEST(Install, AFolderThatCannotBeMadeStopsWithBackupFilesThatUndoWhatWasDone)
     InstallScene gone;
     RemovePath(gone.content.substr(0, gone.content.size() - 1));
     RemovePath(gone.account.cs16Game);
-    EXPECT_EQ(gone.Install().result, Result::folderFailed);
+    const InstallOutcome refused = gone.Install();
+    EXPECT_EQ(refused.result, Result::folderFailed);
+    EXPECT_EQ(refused.reason, sys::Reason::Refused(sys::Reason::Own::gameFolderGone));
     EXPECT_FALSE(Exists(gone.account.cs16Game));
 }
 

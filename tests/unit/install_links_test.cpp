@@ -11,6 +11,9 @@
 
 namespace {
 
+// What WayTo found, in a word.
+std::string Way(const sys::Status& way) { return way ? "clear" : IsLink(way) ? "link" : "unknown"; }
+
 // A folder outside the account with a file of someone else's in it.
 struct Elsewhere {
     TempFolder root;
@@ -31,16 +34,16 @@ TEST(Links, OnlyThoseBelowTheContentFolderAreRefused)
     EXPECT_FALSE(sys::LookUp(other.folder).link);
 
     KnownFolders known;
-    EXPECT_EQ(WayTo(content, content + "link", &known), Way::link);
-    EXPECT_EQ(WayTo(content, content + "link/binds.cfg", &known), Way::link);
-    EXPECT_EQ(WayTo(content, content + "link/none/deeper.cfg", &known), Way::link);
-    EXPECT_EQ(WayTo(content, content + "plain/binds.cfg", &known), Way::clear);  // missing: ends the search
+    EXPECT_EQ(Way(WayTo(content, content + "link", &known)), "link");
+    EXPECT_EQ(Way(WayTo(content, content + "link/binds.cfg", &known)), "link");
+    EXPECT_EQ(Way(WayTo(content, content + "link/none/deeper.cfg", &known)), "link");
+    EXPECT_EQ(Way(WayTo(content, content + "plain/binds.cfg", &known)), "clear");  // missing: ends the search
     // The content folder itself, and what lies above it, may be links: the game moved elsewhere.
     TempFolder moved;
     MakeFolders(moved.Path() + "/cstrike/cfg");
     ASSERT_TRUE(MakeLink(moved.Path(), root.Path() + "/moved"));
-    EXPECT_EQ(WayTo(root.Path() + "/moved/cstrike/", root.Path() + "/moved/cstrike/cfg/a.cfg", &known), Way::clear);
-    EXPECT_EQ(WayTo(content, root.Path() + "/moved/cstrike/cfg/a.cfg", &known), Way::clear);  // not below
+    EXPECT_EQ(Way(WayTo(root.Path() + "/moved/cstrike/", root.Path() + "/moved/cstrike/cfg/a.cfg", &known)), "clear");
+    EXPECT_EQ(Way(WayTo(content, root.Path() + "/moved/cstrike/cfg/a.cfg", &known)), "clear");  // not below
 }
 
 TEST(Links, UninstallNeitherDeletesNorWritesThroughALink)
@@ -123,6 +126,7 @@ TEST(Links, InstallStopsBeforeWritingThroughALink)
         const InstallOutcome outcome = scene.Install();
         EXPECT_EQ(outcome.result, InstallOutcome::Result::writeFailed) << c.what;
         EXPECT_EQ(outcome.path, scene.content + c.stopsAt) << c.what;
+        EXPECT_EQ(outcome.reason, sys::Reason::Refused(sys::Reason::Own::link)) << c.what;
         EXPECT_EQ(Snapshot(other.root.Path()), outside) << c.what;
         EXPECT_TRUE(Exists(scene.archivePath)) << c.what;  // the next start offers the uninstall
     }

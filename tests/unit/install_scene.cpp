@@ -15,8 +15,8 @@ InstallScene::InstallScene(const std::vector<PayloadFile>& files)
       accountFolder(account.folder),
       profile(cs16Profile),
       content(account.cs16Content),
-      archivePath(accountFolder + profile.archiveName),
-      removalListPath(accountFolder + profile.removalListName)
+      archivePath(BackupFilesOf(profile, account).archive),
+      removalListPath(BackupFilesOf(profile, account).removalList)
 {
     account.hasCs16 = account.hasCss = true;
     MakeFolders(content);

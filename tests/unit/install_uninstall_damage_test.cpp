@@ -2,7 +2,9 @@
 // put back stays in the archive, and it says so.
 #include <gtest/gtest.h>
 
-#ifndef _WIN32
+#ifdef _WIN32
+#include <windows.h>
+#else
 #include <sys/stat.h>
 #endif
 
@@ -18,6 +20,7 @@ TEST(UninstallKeepsTheBackupFiles, WhenARecordCannotBeWrittenUntilARetryCan)
     struct Case {
         const char* what;
         std::function<void(InstallScene&)> block, unblock;
+        std::string stopsAt;  // the first thing it could not put back
     };
     const std::vector<Case> cases = {
         {"the target is now a folder",
@@ -28,14 +31,16 @@ TEST(UninstallKeepsTheBackupFiles, WhenARecordCannotBeWrittenUntilARetryCan)
          [](InstallScene& s) {
              RemovePath(s.content + "cfg/ludax/binds.cfg/inner");
              RemovePath(s.content + "cfg/ludax/binds.cfg");
-         }},
+         },
+         "cfg/ludax/binds.cfg"},
         {"a file stands where its folder belongs",
          [](InstallScene& s) {
              RemovePath(s.content + "cfg/ludax/binds.cfg");
              RemovePath(s.content + "cfg/ludax");
              WriteFile(s.content + "cfg/ludax", "a file of the player's");
          },
-         [](InstallScene& s) { RemovePath(s.content + "cfg/ludax"); }},
+         [](InstallScene& s) { RemovePath(s.content + "cfg/ludax"); },
+         "cfg/ludax/binds.cfg"},
     };
     for (const Case& c : cases) {
         InstallScene scene;
@@ -47,7 +52,10 @@ TEST(UninstallKeepsTheBackupFiles, WhenARecordCannotBeWrittenUntilARetryCan)
         const std::string archive = ReadFile(scene.archivePath);
 
         c.block(scene);
-        EXPECT_TRUE(scene.Uninstall().backupKept) << c.what;
+        const UninstallOutcome kept = scene.Uninstall();
+        EXPECT_TRUE(kept.backupKept) << c.what;
+        EXPECT_EQ(kept.firstFailure.path, scene.content + c.stopsAt) << c.what;
+        EXPECT_NE(kept.firstFailure.reason.code, 0u) << c.what;
         EXPECT_TRUE(scene.account.hasCs16Backup) << c.what;
         EXPECT_EQ(ReadFile(scene.archivePath), archive) << c.what;
         EXPECT_EQ(ReadFile(scene.removalListPath), "") << c.what;  // all it named is gone
@@ -75,7 +83,10 @@ TEST(UninstallKeepsTheBackupFiles, WhileAFileItMadeIsHeldOpen)
     {
         LockedFile held(c + "resource/background/x.tga");
         ASSERT_TRUE(held.Locked());
-        EXPECT_TRUE(scene.Uninstall().backupKept);
+        const UninstallOutcome kept = scene.Uninstall();
+        EXPECT_TRUE(kept.backupKept);
+        EXPECT_EQ(kept.firstFailure.path, c + "resource/background/x.tga");
+        EXPECT_EQ(kept.firstFailure.reason, sys::Reason::System(ERROR_SHARING_VIOLATION));
         // What remains of ours: the file held open and the folders that hold it.
         EXPECT_EQ(ReadFile(scene.removalListPath),
                   c + "resource/background/x.tga\r\n" + c + "resource/background\r\n" + c + "resource\r\n");

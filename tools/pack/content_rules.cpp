@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <set>
 
+#include "text_encoding.h"
+
 namespace {
 
 bool EndsWith(const std::string& text, const std::string& end)
@@ -57,13 +59,13 @@ public:
         : folder(setFolder), findings(out)
     {
         for (const std::string& name : names)
-            folded.insert(FoldedCase(name));
+            folded.insert(AsciiLower(name));
     }
 
     void Check(const std::string& name)
     {
         const bool text = IsTextRecord(name);
-        const std::string key = FoldedCase(name);
+        const std::string key = AsciiLower(name);
         const bool scripts = key == "cfg/valve.rc" || key == "cfg/ludax/binds.cfg";
         const bool layout = key == "resource/backgroundlayout.txt" || key == "resource/backgroundloadinglayout.txt";
         const bool mapcycle = key == "mapcycle.txt";
@@ -99,7 +101,7 @@ private:
         findings.push_back({error, where, message});
     }
 
-    bool InSet(const std::string& name) const { return folded.count(FoldedCase(name)) != 0; }
+    bool InSet(const std::string& name) const { return folded.count(AsciiLower(name)) != 0; }
 
     // The game's text files use CR LF; a file saved with LF or holding zero bytes (UTF-16, say)
     // reads as garbage in the console. The first fault is shown, with how many lines share it.
@@ -134,7 +136,7 @@ private:
     void CheckPassword(const std::string& where, const std::vector<std::string>& words)
     {
         for (std::size_t i = 0; i + 1 < words.size(); ++i)
-            if (FoldedCase(words[i]) == "rcon_password" && words[i + 1] == "CHANGE_ME")
+            if (AsciiLower(words[i]) == "rcon_password" && words[i + 1] == "CHANGE_ME")
                 Add(false, where, "the remote-console password is still the placeholder CHANGE_ME; "
                                   "put the tournament's password in its place");
     }
@@ -144,7 +146,7 @@ private:
     void CheckExecs(const std::string& where, const std::vector<std::string>& words)
     {
         for (std::size_t i = 0; i + 1 < words.size(); ++i) {
-            if (FoldedCase(words[i]) != "exec")
+            if (AsciiLower(words[i]) != "exec")
                 continue;
             std::string path = words[i + 1];
             for (char& c : path)
@@ -153,7 +155,7 @@ private:
             const std::size_t slash = path.rfind('/');
             if (path.find('.', slash == std::string::npos ? 0 : slash) == std::string::npos)
                 path += ".cfg";
-            const std::string key = FoldedCase(path);
+            const std::string key = AsciiLower(path);
             if (key == "autoexec.cfg" || key == "joystick.cfg" || InSet("cfg/" + path))
                 continue;
             Add(true, where, "exec " + words[i + 1] + " names no file of the set (the game looks for cfg/" + path +
@@ -164,7 +166,7 @@ private:
     // A layout line is "<tile file> scaled <x> <y>" after its "resolution" line.
     void CheckTile(const std::string& where, const std::vector<std::string>& words)
     {
-        if (words.empty() || FoldedCase(words[0]) == "resolution")
+        if (words.empty() || AsciiLower(words[0]) == "resolution")
             return;
         std::string tile = words[0];
         for (char& c : tile)
@@ -183,7 +185,7 @@ private:
             "cs_italy",    "cs_militia", "cs_office",  "cs_siege",     "de_airstrip", "de_aztec",   "de_cbble",
             "de_chateau",  "de_dust",    "de_dust2",   "de_inferno",   "de_nuke",     "de_piranesi", "de_port",
             "de_prodigy",  "de_storm",   "de_survivor", "de_tides",    "de_torn",     "de_train",   "de_vertigo"};
-        if (words.empty() || stock.count(FoldedCase(words[0])) || InSet("maps/" + words[0] + ".bsp"))
+        if (words.empty() || stock.count(AsciiLower(words[0])) || InSet("maps/" + words[0] + ".bsp"))
             return;
         Add(false, where, "the map " + words[0] + " is neither shipped by the set (maps/" + words[0] +
                               ".bsp) nor one of the game's own; add the map or correct the name");
@@ -198,7 +200,7 @@ private:
 
 bool IsTextRecord(const std::string& name)
 {
-    const std::string key = FoldedCase(name);
+    const std::string key = AsciiLower(name);
     for (const char* kind : {".cfg", ".rc", ".txt", ".res", ".lst", ".scr", ".gam", ".htm"})
         if (EndsWith(key, kind))
             return true;

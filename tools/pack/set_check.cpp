@@ -9,6 +9,7 @@
 
 #include "content_rules.h"
 #include "portable_name.h"
+#include "text_encoding.h"
 
 namespace fs = std::filesystem;
 
@@ -82,7 +83,7 @@ public:
         if (!listError.empty())
             Error(folder, listError);
         for (const std::string& file : present)
-            presentFolded.emplace(FoldedCase(file), file);
+            presentFolded.emplace(AsciiLower(file), file);
 
         std::vector<std::string> readable;
         for (const ManifestLine& line : result.records)
@@ -126,7 +127,7 @@ private:
             Error(At(line), Quoted(name) + " repeats line " + std::to_string(same->second) + "; remove one of them");
             return false;
         }
-        const auto alike = namedFolded.find(FoldedCase(name));
+        const auto alike = namedFolded.find(AsciiLower(name));
         if (alike != namedFolded.end()) {
             Error(At(line), Quoted(name) + " differs only in letter case from " + Quoted(alike->second.name) +
                                 " on line " + std::to_string(alike->second.number) +
@@ -134,13 +135,13 @@ private:
             return false;
         }
         named.emplace(name, line.number);
-        namedFolded.emplace(FoldedCase(name), line);
+        namedFolded.emplace(AsciiLower(name), line);
 
         const fs::path file = fs::path(folder) / name;
         std::error_code failure;
         const fs::file_status status = fs::status(file, failure);
         if (!fs::exists(status)) {
-            const auto other = presentFolded.find(FoldedCase(name));
+            const auto other = presentFolded.find(AsciiLower(name));
             if (other != presentFolded.end()) {
                 Error(At(line), Quoted(name) + " differs only in letter case from " + Quoted(other->second) +
                                     " in the set folder; write the line as the file is named, or rename the file");
@@ -209,14 +210,6 @@ SetCheck CheckSet(const std::string& setFolder, const std::string& manifestPath)
 std::string Describe(const Finding& finding)
 {
     return std::string(finding.error ? "error: " : "warning: ") + finding.where + ": " + finding.message;
-}
-
-std::string FoldedCase(std::string name)
-{
-    for (char& c : name)
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-    return name;
 }
 
 bool ReadWhole(const std::string& path, std::string& bytes)

@@ -29,8 +29,5 @@ SetCheck CheckSet(const std::string& setFolder, const std::string& manifestPath)
 // "error: <where>: <message>" or "warning: ...", one line.
 std::string Describe(const Finding& finding);
 
-// The name with A-Z lowered: how Windows compares file names, for the set's ASCII names.
-std::string FoldedCase(std::string name);
-
 // Reads a whole file; false when it cannot be read.
 bool ReadWhole(const std::string& path, std::string& bytes);

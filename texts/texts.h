@@ -5,13 +5,13 @@
 #include <string>
 
 #include "install.h"
-#include "resources.h"
+#include "version.h"
 #include "steam_account.h"
 
 namespace texts {
 
 constexpr char windowTitle[] = LUDAX_PRODUCT_NAME;  // also the version resource's product name
-constexpr char versionLabel[] = LUDAX_VERSION_LABEL;  // "GUI v.1.02", from resources.h
+constexpr char versionLabel[] = LUDAX_VERSION_LABEL;  // "GUI v.1.02", from version.h
 
 // Captions. The two Hungarian ones ("Error!", "Error:") differ on purpose.
 constexpr char errorCaption[] = "Error!";
@@ -46,7 +46,7 @@ inline std::string NotWritten(const std::string& file)
 }
 
 // Why an install stopped: a box's text, or what a command says.
-inline std::string Stopped(const InstallOutcome& outcome)
+inline std::string InstallStopped(const InstallOutcome& outcome)
 {
     switch (outcome.result) {
     case InstallOutcome::Result::backupFailed:
@@ -101,7 +101,7 @@ inline constexpr Game css{
 };
 
 // The texts of the game a profile installs.
-inline const Game& Of(const GameProfile& game) { return &game == &cssProfile ? css : cs16; }
+inline const Game& Of(const PlaceGame& game) { return game.id == GameId::css ? css : cs16; }
 
 // The uninstall's message, with the advice under it when the backup files stayed.
 inline std::string Uninstalled(const Game& game, bool keptBackup)
