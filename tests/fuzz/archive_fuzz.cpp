@@ -113,10 +113,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         while (reader.Next(name, tooLong, length)) {
             Require(name.size() <= sys::maxPathBytes);
             std::string copied;
-            Require(reader.CopyData([&](const char* block, std::size_t count) {
+            Require(static_cast<bool>(reader.CopyData([&](const char* block, std::size_t count) {
                 copied.append(block, count);
-                return true;
-            }));
+                return sys::Status();
+            })));
             Require(copied.size() == length);
             walked.push_back({name, tooLong, copied});
         }
