@@ -242,9 +242,10 @@ void PrintHeading(const BenchOptions& options)
         "peak MB: the child's peak resident memory less an idle child's (%s); both first read\n"
         "every page of the payloads the program carries, so that those pages drop out.\n"
         "Targets: first install into an empty game folder, median within %.1fx of the copy into\n"
-        "an empty folder; peak within the largest overwritten file + %.0f MB (1 MB = 2^20 bytes).\n",
+        "an empty folder; uninstall after an install into a full one, within %.1fx of the copy\n"
+        "over a full folder; peak within the largest overwritten file + %.0f MB (1 MB = 2^20 bytes).\n",
         options.runs, options.workFolder.c_str(), CopyToolName(), options.copySets,
-        options.copySets, PeakMethodName(), speedLimit, budgetSlackMb);
+        options.copySets, PeakMethodName(), installLimit, uninstallLimit, budgetSlackMb);
 }
 
 }  // namespace

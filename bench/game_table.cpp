@@ -53,9 +53,19 @@ ReportTable GameTable(const BenchGame& game, const GameSeries& series, double id
     const double containerMb = game.profile->payload->length / mb;
     const double largestMb = series.largestOverwritten / mb;
     const int sets = series.copySets;
-    const Series copy = PerSet(series.copyEmpty, series.copyStartup, sets);
-    const double copyMedian = Median(copy.ms);
-    const double copyFastest = FastestPerSet(series.copyEmpty, series.copyStartup, sets);
+    // The two copies the operations are compared with, per set: into an empty folder, and over a
+    // full one.
+    struct Copy {
+        const char* name;
+        Series perSet;
+        double median;
+        double fastest;
+    };
+    const auto copyOf = [&](const char* name, const Series& whole) {
+        const Series perSet = PerSet(whole, series.copyStartup, sets);
+        return Copy{name, perSet, Median(perSet.ms), FastestPerSet(whole, series.copyStartup, sets)};
+    };
+    const Copy empty = copyOf("empty", series.copyEmpty), full = copyOf("full", series.copyFull);
 
     ReportTable table;
     char text[256];
@@ -64,45 +74,40 @@ ReportTable GameTable(const BenchGame& game, const GameSeries& series, double id
                   game.title, series.payload.files, series.payload.bytes / mb, containerMb,
                   largestMb);
     table.title = text;
-    std::snprintf(text, sizeof text, "copy = %s of %d sets a run; fastest copy %.1f ms a set",
-                  CopyToolName(), sets, copyFastest);
+    std::snprintf(text, sizeof text, "copy = %s of %d sets a run; fastest copy %.1f ms a set into an empty folder, %.1f over a full one",
+                  CopyToolName(), sets, empty.fastest, full.fastest);
     table.note = text;
 
     table.rows.push_back(Row("copy: start-up (empty source, whole)", series.copyStartup));
-    const struct {
-        const char* name;
-        Series perSet;
-        double fastest;
-    } copies[] = {
-        {"copy into empty folder, per set", copy, copyFastest},
-        {"copy over full folder, per set", PerSet(series.copyFull, series.copyStartup, sets),
-         FastestPerSet(series.copyFull, series.copyStartup, sets)},
-    };
     // No peak for the copy tool: Wine cannot read an ended process's counters, and natively a
     // spawned child's ru_maxrss starts at the spawning process's size, larger than cp's own.
-    for (const auto& each : copies) {
-        ReportRow row = Row(each.name, each.perSet);
-        row.ratioToCopy = Ratio(row.medianMs, copyMedian);
-        row.minRatioToCopy = Ratio(each.fastest, copyFastest);
+    for (const Copy* copy : {&empty, &full}) {
+        ReportRow row = Row(std::string("copy ") + (copy == &empty ? "into empty folder" : "over full folder") + ", per set",
+                            copy->perSet);
+        row.copy = copy->name;
+        row.ratioToCopy = Ratio(row.medianMs, copy->median);
+        row.minRatioToCopy = Ratio(copy->fastest, copy->fastest);
         table.rows.push_back(row);
     }
 
     const struct {
         const char* name;
         const Series& series;
-        bool speedTarget;
+        const Copy& copy;
+        double speedLimit;
         double overwrittenMb;
     } operations[] = {
-        {"install into empty game folder", series.installEmpty, true, 0},
-        {"install into full game folder", series.installFull, false, largestMb},
-        {"uninstall after install into empty", series.uninstallEmpty, false, 0},
-        {"uninstall after install into full", series.uninstallFull, false, largestMb},
+        {"install into empty game folder", series.installEmpty, empty, installLimit, 0},
+        {"install into full game folder", series.installFull, full, none, largestMb},
+        {"uninstall after install into empty", series.uninstallEmpty, empty, none, 0},
+        {"uninstall after install into full", series.uninstallFull, full, uninstallLimit, largestMb},
     };
     for (const auto& operation : operations) {
         ReportRow row = Row(operation.name, operation.series);
-        row.ratioToCopy = Ratio(row.medianMs, copyMedian);
-        row.minRatioToCopy = Ratio(row.minMs, copyFastest);
-        row.speedTarget = operation.speedTarget;
+        row.copy = operation.copy.name;
+        row.ratioToCopy = Ratio(row.medianMs, operation.copy.median);
+        row.minRatioToCopy = Ratio(row.minMs, operation.copy.fastest);
+        row.speedLimit = operation.speedLimit;
         row.peakMb = (Median(operation.series.peaks) - idlePeakBytes) / mb;
         row.budgetMb = operation.overwrittenMb + budgetSlackMb;
         table.rows.push_back(row);

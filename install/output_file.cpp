@@ -2,10 +2,12 @@
 
 sys::Status WriteWholeFile(const std::string& path, const char* data, std::size_t size)
 {
-    sys::File file = sys::File::Create(path);
+    sys::File file = sys::File::Overwrite(path);
     if (!file.IsOpen())
         return sys::Status::Failed(file.OpenFailure());
-    const sys::Status written = file.Write(data, size);
+    sys::Status written = file.Write(data, size);
+    if (written && file.Size() > size)
+        written = file.Truncate(size);
     const sys::Status closed = file.Close();
     return written ? closed : written;
 }

@@ -10,8 +10,8 @@
 
 #include "system.h"
 
-// Creates or truncates `path` and writes `size` bytes. Done when every byte was written and the
-// file closed without an error.
+// Makes `path` hold exactly the `size` bytes of `data`, written over the file in place. Done when
+// every byte was written and the file closed without an error.
 sys::Status WriteWholeFile(const std::string& path, const char* data, std::size_t size);
 
 // A file written at its end. The first failure sticks: a file that could not be opened, or one

@@ -122,15 +122,17 @@ Removal RemoveCreated(const std::string& listPath, const std::string& gameFolder
     return removal;
 }
 
-// Writes one record's data to its target; done when every byte went in and the file closed
-// without an error.
-sys::Status RestoreRecord(ArchiveReader& archive, const std::string& target)
+// Makes the target hold exactly the record's `size` data bytes, written over it in place; done when
+// every byte went in and the file closed without an error.
+sys::Status RestoreRecord(ArchiveReader& archive, const std::string& target, std::uint32_t size)
 {
-    sys::File out = sys::File::Create(target);
+    sys::File out = sys::File::Overwrite(target);
     if (!out.IsOpen())
         return sys::Status::Failed(out.OpenFailure());
-    const sys::Status written =
-        archive.CopyData([&](const char* bytes, std::size_t size) { return out.Write(bytes, size); });
+    sys::Status written =
+        archive.CopyData([&](const char* bytes, std::size_t part) { return out.Write(bytes, part); });
+    if (written && out.Size() > size)
+        written = out.Truncate(size);
     const sys::Status closed = out.Close();
     return written ? closed : written;
 }
@@ -165,7 +167,7 @@ bool RestoreArchive(const std::string& archivePath, const std::string& contentFo
         else
             failed = CreateFolders(target, &known);
         if (!failed.Failed()) {
-            const sys::Status restored = RestoreRecord(archive, target);
+            const sys::Status restored = RestoreRecord(archive, target, size);
             if (!restored)
                 failed = {target, restored.Why()};
         }

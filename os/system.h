@@ -81,6 +81,11 @@ public:
     static File OpenForReading(const std::string& path);
     // Creates or truncates a file for writing.
     static File Create(const std::string& path);
+    // Opens a file for writing from its start, creating it when missing; Size() gives the size it
+    // had. Its bytes are written over in place and Truncate() then cuts what is left past the new
+    // end: the file system keeps its blocks instead of freeing and allocating each again, and need
+    // not first wait for the writes of a file it was handed a moment ago.
+    static File Overwrite(const std::string& path);
     // Opens an existing file for writing at its end; Size() gives that end.
     static File OpenForAppending(const std::string& path);
 
@@ -110,7 +115,7 @@ public:
     bool IsOpen() const { return open; }
     // Why the file could not be opened.
     const Reason& OpenFailure() const { return openFailure; }
-    // The size the file had when it was opened for reading.
+    // The size the file had when it was opened (0 for one it created).
     std::uint64_t Size() const { return size; }
 
     // Done when exactly `count` bytes were read, or written.
@@ -119,7 +124,7 @@ public:
     Status Write(const std::string& bytes) { return Write(bytes.data(), bytes.size()); }
     // Moves the read position `count` bytes on.
     Status Skip(std::uint64_t count);
-    // Cuts a file open for appending to `size` bytes and goes on writing there.
+    // Cuts a file open for writing to `size` bytes and goes on writing there.
     Status Truncate(std::uint64_t size);
     // Done when the file was open and closed without an error (one the system kept from an
     // earlier write included). The file is closed in any case.

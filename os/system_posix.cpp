@@ -252,6 +252,14 @@ File File::Create(const std::string& path)
     return opened ? File(descriptor, 0) : Failed(opened.Why());
 }
 
+File File::Overwrite(const std::string& path)
+{
+    struct stat info;
+    int descriptor = -1;
+    const Status opened = OpenPlainFile(path, O_WRONLY | O_CREAT, info, descriptor);
+    return opened ? File(descriptor, static_cast<std::uint64_t>(info.st_size)) : Failed(opened.Why());
+}
+
 File File::OpenForAppending(const std::string& path)
 {
     struct stat info;

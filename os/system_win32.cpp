@@ -246,6 +246,18 @@ File File::Create(const std::string& path)
     return File(reinterpret_cast<std::intptr_t>(file.Release()), 0);
 }
 
+File File::Overwrite(const std::string& path)
+{
+    ScopedFileHandle file;
+    std::uint64_t size = 0;
+    Status opened = OpenDiskFile(path, GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS, file);
+    if (opened)
+        opened = SizeOf(file.Get(), size);
+    if (!opened)
+        return Failed(opened.Why());
+    return File(reinterpret_cast<std::intptr_t>(file.Release()), size);
+}
+
 File File::OpenForAppending(const std::string& path)
 {
     ScopedFileHandle file;
