@@ -193,13 +193,14 @@ void RewriteRemovalList(const std::string& listPath, const std::string& draftPat
         static_cast<void>(sys::RemoveFile(draftPath));
 }
 
-// Deletes one backup file; false, with the reason noted, when it stays.
+// Deletes one backup file; false, with the reason noted, unless it is known to be gone.
 bool Removed(const std::string& path, sys::Failure& first)
 {
     const sys::Status removed = sys::RemoveFile(path);
-    if (!removed)
-        Note(first, path, removed.Why());
-    return static_cast<bool>(removed);
+    if (removed || sys::LookUp(path).kind == sys::EntryKind::none)
+        return true;
+    Note(first, path, removed.Why());
+    return false;
 }
 
 // An archive holding no records: it keeps the uninstall offered while something remains.
@@ -236,7 +237,7 @@ UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, c
         // finishes the job; a removal list left alone would not be offered.
         if (removal.listExists)
             outcome.backupKept = !Removed(listPath, first);
-        if (!outcome.backupKept && sys::PathExists(archivePath))
+        if (!outcome.backupKept)
             outcome.backupKept = !Removed(archivePath, first);
     } else if (removal.listExists && removal.readWhole) {
         RewriteRemovalList(listPath, draftPath, removal.remaining);

@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cerrno>
 
 #include "button_states.h"
+#include "fault_injection.h"
 #include "find_games.h"
 #include "steam_path.h"
 #include "system.h"
@@ -111,6 +113,31 @@ TEST(Discovery, FindGamesKeepsQualifyingFoldersInListingOrder)
     EXPECT_EQ(none.failure.path, steam.Path() + "/missing/");
     EXPECT_NE(none.failure.reason.code, 0u);
 }
+
+#ifndef _WIN32
+// A look-up the system cannot answer names the path and the reason, and what stands there is not
+// offered: a failing call at each point in turn.
+TEST(Discovery, ALookUpTheSystemCannotAnswerIsNamedWithItsReason)
+{
+    TempFolder steam;
+    const std::string apps = steam.Path() + "/steamapps/";
+    MakeFolders(apps + "alice/counter-strike");
+    const std::string marker = apps + "alice/counter-strike";
+    bool met = false;
+    for (std::uint64_t nth = 1; nth < 40 && !met; ++nth) {
+        sys::faults::Arm(nth, sys::faults::Mode::fail);
+        const FoundGames found = FindGames(apps);
+        sys::faults::Arm(0, sys::faults::Mode::fail);
+        if (found.failure.path != marker)
+            continue;
+        met = true;
+        EXPECT_EQ(found.failure.reason, sys::Reason::System(EIO));
+        EXPECT_TRUE(found.places.empty()) << "alice holds nothing else: not offered";
+    }
+    EXPECT_TRUE(met) << "no failing call was the look-up of " << marker;
+    EXPECT_EQ(Names(FindGames(apps).places), std::vector<std::string>{"alice"});
+}
+#endif
 
 TEST(Discovery, DotEntriesAreTestedLikeAnyOther)
 {

@@ -52,16 +52,30 @@ void Compare(const Tree& before, const Tree& after, Tally& tally, const std::str
         }
 }
 
-// What an operation could not do, and why; nothing when it finished.
-using Operation = std::function<sys::Failure(InstallScene&)>;
+// One operation under faults: it returns what it could not do and why (nothing when it says it
+// finished), and `keeps` tells whether what "finished" promises holds.
+struct Operation {
+    std::function<sys::Failure(InstallScene&)> run;
+    std::function<bool(InstallScene&, const Tree& before)> keeps;
+};
 
-sys::Failure Install(InstallScene& scene)
-{
-    const InstallOutcome outcome = scene.Install();
-    return outcome.result == InstallOutcome::Result::installed ? sys::Failure() : sys::Failure{outcome.path, outcome.reason};
-}
+// "Installed" promises every file of the set as shipped.
+const Operation install{
+    [](InstallScene& scene) {
+        const InstallOutcome outcome = scene.Install();
+        return outcome.result == InstallOutcome::Result::installed ? sys::Failure()
+                                                                   : sys::Failure{outcome.path, outcome.reason};
+    },
+    [](InstallScene& scene, const Tree&) { return scene.PayloadWritten(); }};
 
-sys::Failure Uninstall(InstallScene& scene) { return scene.Uninstall().firstFailure; }
+// "Uninstalled" promises the Steam folder as it was before the first install; "kept" names why.
+const Operation uninstall{
+    [](InstallScene& scene) {
+        const UninstallOutcome outcome = scene.Uninstall();
+        EXPECT_EQ(outcome.backupKept, outcome.firstFailure.Failed());
+        return outcome.firstFailure;
+    },
+    [](InstallScene& scene, const Tree& before) { return Snapshot(scene.steam.Path()) == before; }};
 
 // Runs `operation` with call `nth` failing, or in a child process ended at call `nth`.
 void Inject(std::uint64_t nth, Mode mode, const std::function<void()>& operation)
@@ -91,12 +105,13 @@ std::uint64_t CallsOf(const std::function<void(InstallScene&)>& setUp, const Ope
     PlayersGame(scene);
     setUp(scene);
     sys::faults::Arm(0, Mode::fail);
-    operation(scene);
+    operation.run(scene);
     return sys::faults::Calls();
 }
 
 // Injects a fault at every call of `operation` (after `setUp`), in both modes, and recovers
-// both ways. A failed call's own reason (the hook's I/O error) is what the outcome names.
+// both ways. A failed call's own reason (the hook's I/O error) is what the outcome names, and
+// an operation that says it finished keeps its promise.
 Tally InjectEverywhere(const char* what, const std::function<void(InstallScene&)>& setUp, const Operation& operation)
 {
     Tally tally;
@@ -112,9 +127,13 @@ Tally InjectEverywhere(const char* what, const std::function<void(InstallScene&)
                 const Tree before = Snapshot(scene.steam.Path());
                 setUp(scene);
                 Inject(nth, mode, [&] {
-                    const sys::Failure failure = operation(scene);
-                    if (failure.Failed() && mode == Mode::fail) {
+                    const sys::Failure failure = operation.run(scene);
+                    if (mode == Mode::end)
+                        return;
+                    if (failure.Failed()) {
                         EXPECT_EQ(failure.reason, sys::Reason::System(EIO)) << where << ": " << failure.path;
+                    } else {
+                        EXPECT_TRUE(operation.keeps(scene, before)) << where << ": said it finished";
                     }
                 });
                 // What the program offers next: it reads the installed state from the disk.
@@ -132,19 +151,19 @@ Tally InjectEverywhere(const char* what, const std::function<void(InstallScene&)
 TEST(FaultInjection, NoKillAndNoFailedCallCostsAPlayersByteOrLeavesAnythingBehind)
 {
     const auto installed = [](InstallScene& s) { s.Install(); };
-    const Tally install = InjectEverywhere("first install", [](InstallScene&) {}, Install);
+    const Tally first = InjectEverywhere("first install", [](InstallScene&) {}, install);
     // Installed already: the backup files must be read whole before anything is added to them.
-    const Tally again = InjectEverywhere("second install", installed, Install);
-    const Tally uninstall = InjectEverywhere("uninstall", installed, Uninstall);
+    const Tally again = InjectEverywhere("second install", installed, install);
+    const Tally undone = InjectEverywhere("uninstall", installed, uninstall);
     std::printf("fault injection: a first install makes %llu calls, a second %llu, an uninstall %llu; each call failed "
                 "once and ended at once (%llu, %llu and %llu faults), each followed by install and uninstall, and by "
                 "uninstall alone; lost bytes %llu, entries left behind %d\n",
-                static_cast<unsigned long long>(install.calls), static_cast<unsigned long long>(again.calls),
-                static_cast<unsigned long long>(uninstall.calls), 2ull * install.calls, 2ull * again.calls, 2ull * uninstall.calls,
-                static_cast<unsigned long long>(install.lostBytes + again.lostBytes + uninstall.lostBytes),
-                install.leftBehind + again.leftBehind + uninstall.leftBehind);
-    EXPECT_EQ(install.lostBytes + again.lostBytes + uninstall.lostBytes, 0u);
-    EXPECT_EQ(install.leftBehind + again.leftBehind + uninstall.leftBehind, 0);
+                static_cast<unsigned long long>(first.calls), static_cast<unsigned long long>(again.calls),
+                static_cast<unsigned long long>(undone.calls), 2ull * first.calls, 2ull * again.calls, 2ull * undone.calls,
+                static_cast<unsigned long long>(first.lostBytes + again.lostBytes + undone.lostBytes),
+                first.leftBehind + again.leftBehind + undone.leftBehind);
+    EXPECT_EQ(first.lostBytes + again.lostBytes + undone.lostBytes, 0u);
+    EXPECT_EQ(first.leftBehind + again.leftBehind + undone.leftBehind, 0);
 }
 
 }  // namespace
