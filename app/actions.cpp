@@ -82,7 +82,10 @@ void Ludax::Uninstall(const GameActions& game)
         return;
     const UninstallOutcome outcome = UninstallConfig(game.profile, *place, log);
     ShowInstalled(game, *place);
-    ShowMessage(texts::Uninstalled(game.texts, outcome.backupKept), texts::messageCaption, MB_ICONINFORMATION);
+    if (outcome.gameAway.Failed())
+        ShowMessage(texts::GameAway(outcome.gameAway.path), texts::hibaColonCaption, MB_OK | MB_ICONWARNING);
+    else
+        ShowMessage(texts::Uninstalled(game.texts, outcome.backupKept), texts::messageCaption, MB_ICONINFORMATION);
 }
 
 void Ludax::Cs16Install() { Install(cs16Actions); }

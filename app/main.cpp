@@ -10,9 +10,11 @@
 
 #include "command_line.h"
 #include "command_output.h"
+#include "find_games.h"
 #include "ludax.h"
 #include "run_command.h"
 #include "scoped_handle.h"
+#include "steam_path.h"
 #include "texts.h"
 #include "wide_text.h"
 
@@ -47,15 +49,7 @@ int RunWithoutWindow(const Command& command)
         err.Write(texts::command::anotherCopy);
         return exitStatus::anotherCopy;
     }
-    std::optional<ActionLogFile> logFile;
-    if (!command.logPath.empty()) {
-        logFile.emplace(command.logPath);
-        if (!logFile->IsOpen()) {
-            err.Write(texts::command::LogNotWritable(command.logPath));
-            return exitStatus::badCommandLine;
-        }
-    }
-    const CommandResult result = RunCommand(command, logFile ? logFile->AsLog() : ActionLog());
+    const CommandResult result = RunCommand(command);
     out.Write(result.out);
     err.Write(result.err);
     return result.status;
@@ -91,8 +85,15 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
         return 0;
     }
     std::optional<ActionLogFile> logFile;
-    if (!command.logPath.empty())
+    if (!command.logPath.empty()) {
+        // The window's log is never a player's file nor one of ours either.
+        const SteamPath steam = ReadSteamappsPath();
+        if (steam.read == sys::RegistryRead::ok && AmongGameFiles(command.logPath, FindGames(steam.steamappsPath).places)) {
+            CommandOutput(STD_ERROR_HANDLE).Write(texts::command::LogRefused(command.logPath));
+            return exitStatus::badCommandLine;
+        }
         logFile.emplace(command.logPath);
+    }
     {
         Ludax ludax(logFile && logFile->IsOpen() ? logFile->AsLog() : ActionLog());
         ludax.Run();

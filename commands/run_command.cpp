@@ -1,5 +1,7 @@
 #include "run_command.h"
 
+#include <optional>
+
 #include "find_games.h"
 #include "install.h"
 #include "running_game.h"
@@ -80,7 +82,23 @@ SteamAccount* PlaceFor(const Command& command, std::vector<SteamAccount>& places
 
 }  // namespace
 
-CommandResult RunCommand(const Command& command, const ActionLog& log)
+bool AmongGameFiles(const std::string& path, const std::vector<SteamAccount>& places)
+{
+    const std::string key = PlaceKey(sys::FullPath(path));
+    for (const SteamAccount& place : places)
+        for (const PlaceGame* game : {&cs16AtPlace, &cssAtPlace}) {
+            const BackupFiles backup = BackupFilesOf(*game, place);
+            const std::string folder = PlaceKey(place.*game->gameFolder) + "/";
+            for (const std::string& ours : {backup.archive, backup.removalList, backup.removalList + ".new"})
+                if (key == PlaceKey(ours))
+                    return true;
+            if (key.compare(0, folder.size(), folder) == 0)
+                return true;
+        }
+    return false;
+}
+
+CommandResult RunCommand(const Command& command)
 {
     if (command.kind == Command::Kind::usage)
         return {exitStatus::done, texts::command::usage, std::string()};
@@ -90,6 +108,17 @@ CommandResult RunCommand(const Command& command, const ActionLog& log)
     std::vector<SteamAccount> places = FindGames(steam.steamappsPath).places;
     if (command.kind == Command::Kind::list)
         return {exitStatus::done, List(places), std::string()};
+
+    // The log is never a player's file nor one of ours: refused before anything is written.
+    std::optional<ActionLogFile> logFile;
+    if (!command.logPath.empty()) {
+        if (AmongGameFiles(command.logPath, places))
+            return Stop(exitStatus::badCommandLine, texts::command::LogRefused(command.logPath));
+        logFile.emplace(command.logPath);
+        if (!logFile->IsOpen())
+            return Stop(exitStatus::badCommandLine, texts::command::LogNotWritable(command.logPath));
+    }
+    const ActionLog log = logFile ? logFile->AsLog() : ActionLog();
 
     CommandResult refusal;
     int number = 0;
@@ -109,7 +138,9 @@ CommandResult RunCommand(const Command& command, const ActionLog& log)
             return Stop(exitStatus::installStopped, texts::InstallStopped(outcome) + "\n");
         return {exitStatus::done, std::string(facts.texts.installed) + "\n", std::string()};
     }
-    const bool keptBackup = UninstallConfig(game, *place, log).backupKept;
-    const std::string said = texts::Uninstalled(facts.texts, keptBackup) + "\n";
-    return keptBackup ? Stop(exitStatus::backupKept, said) : CommandResult{exitStatus::done, said, std::string()};
+    const UninstallOutcome outcome = UninstallConfig(game, *place, log);
+    if (outcome.gameAway.Failed())
+        return Stop(exitStatus::backupKept, texts::GameAway(outcome.gameAway.path) + "\n");
+    const std::string said = texts::Uninstalled(facts.texts, outcome.backupKept) + "\n";
+    return outcome.backupKept ? Stop(exitStatus::backupKept, said) : CommandResult{exitStatus::done, said, std::string()};
 }

@@ -4,8 +4,11 @@
 
 #include <string>
 
+#include <vector>
+
 #include "action_log.h"
 #include "command_line.h"
+#include "steam_account.h"
 
 namespace exitStatus {
 constexpr int done = 0;
@@ -27,5 +30,10 @@ struct CommandResult {
 
 // Runs a usage, list, install or uninstall command against Steam and the disk as they are now;
 // the caller sees to it that no other copy of the program runs meanwhile. Each action of an
-// install or uninstall goes to `log`.
-CommandResult RunCommand(const Command& command, const ActionLog& log = {});
+// install or uninstall goes to the command's log, when it names one.
+CommandResult RunCommand(const Command& command);
+
+// True when `path` (relative to the current folder, or absolute) names something inside a game's
+// folder at one of `places`, or one of their backup files, in whatever spelling Windows reads as
+// the same: a log there would change a player's file or one of ours.
+bool AmongGameFiles(const std::string& path, const std::vector<SteamAccount>& places);

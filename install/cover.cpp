@@ -1,6 +1,7 @@
 #include "cover.h"
 
 #include "backup_archive.h"
+#include "safe_paths.h"
 #include "system.h"
 
 namespace {
@@ -16,9 +17,12 @@ bool There(const std::string& path, Cover& cover)
 
 }  // namespace
 
-Cover ReadCover(const std::string& archivePath, const std::string& listPath, const std::set<std::string>& names,
+Cover ReadCover(const GameProfile& game, const SteamAccount& place, const std::set<std::string>& names,
                 const std::set<std::string>& paths)
 {
+    const BackupFiles backup = BackupFilesOf(game, place);
+    const std::string& archivePath = backup.archive;
+    const std::string& listPath = backup.removalList;
     Cover cover;
     cover.archiveExists = There(archivePath, cover);
     if (cover.archiveExists && !cover.unreadable.Failed()) {
@@ -35,7 +39,8 @@ Cover ReadCover(const std::string& archivePath, const std::string& listPath, con
     }
     cover.listExists = There(listPath, cover);
     if (cover.listExists && !cover.unreadable.Failed()) {
-        const sys::Status read = ReadRemovalListFile(listPath, [&](const std::string& path) {
+        const sys::Status read = ReadRemovalListFile(listPath, [&](const std::string& line) {
+            const std::string path = LineAtPlace(line, game, place);
             if (paths.count(path))
                 cover.listed.insert(path);
         }, &cover.listExtent);

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "call_status.h"
+#include "game_profile.h"
 #include "removal_list.h"
 
 struct Cover {
@@ -20,7 +21,8 @@ struct Cover {
     sys::Failure unreadable;         // a backup file that is there but could not be read to its end
 };
 
-// Reads both backup files, keeping only the names and paths asked about, so that a damaged
-// file of any size costs no more memory than the payload's own names.
-Cover ReadCover(const std::string& archivePath, const std::string& listPath, const std::set<std::string>& names,
+// Reads the game's two backup files at the place, keeping only the names and paths asked about,
+// so that a damaged file of any size costs no more memory than the payload's own names. A
+// removal line counts for what it names now (LineAtPlace), wherever the Steam folder is.
+Cover ReadCover(const GameProfile& game, const SteamAccount& place, const std::set<std::string>& names,
                 const std::set<std::string>& paths);

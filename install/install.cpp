@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -135,46 +136,76 @@ std::vector<Step> Steps(const GameProfile& game, const SteamAccount& place)
     return steps;
 }
 
+// Where an appended piece of a backup file may go again: the file, and its end before it.
+struct Appending {
+    std::optional<OutputFile> file;
+    std::uint64_t start = 0;
+};
+
+// Flushes and closes a backup file written ahead; failed when its bytes may not be on the disk.
+sys::Status Finish(Appending& appending)
+{
+    if (!appending.file)
+        return sys::Status();
+    const sys::Status flushed = appending.file->Flush();
+    if (!flushed)
+        static_cast<void>(appending.file->CutBack(appending.start));
+    const sys::Status closed = appending.file->Close();
+    return flushed ? closed : flushed;
+}
+
 // The backup files before anything else changes: the archive (whose presence offers the
-// uninstall) with its header, then the removal list with every line this install adds.
-InstallOutcome WriteAhead(const std::string& archivePath, const std::string& listPath, const Cover& cover,
+// uninstall) with its header and a record of each player's file about to change, then the
+// removal list with every line this install adds; then each is flushed once, so that what
+// undoes the install is on the disk before a player's file changes. If that fails, the records
+// this install added go again: they would stand for files the install did not change, which the
+// player may still change before an uninstall puts the recorded bytes back.
+InstallOutcome WriteAhead(const BackupFiles& backup, const Cover& cover, const std::vector<Step>& steps,
                           const std::vector<std::string>& lines)
 {
-    if (!cover.archiveExists || cover.archiveEnd == 0) {
-        OutputFile archive = cover.archiveExists ? OutputFile::Continue(archivePath, 0) : OutputFile::Create(archivePath);
-        AppendArchiveHeader(archive);
-        const sys::Status written = archive.Close();
-        if (!written)
-            return {Result::writeFailed, archivePath, written.Why()};
+    Appending archive, list;
+    const bool header = !cover.archiveExists || cover.archiveEnd == 0;
+    if (header || std::any_of(steps.begin(), steps.end(), [](const Step& step) { return step.backUp; })) {
+        archive.file.emplace(cover.archiveExists ? OutputFile::Continue(backup.archive, cover.archiveEnd)
+                                                 : OutputFile::Create(backup.archive));
+        if (header)
+            AppendArchiveHeader(*archive.file);
+        archive.start = archive.file->End();
+        for (const Step& step : steps) {
+            const sys::Status recorded = step.backUp ? AppendBackupRecord(*archive.file, step.name, step.target) : sys::Status();
+            if (!recorded) {
+                static_cast<void>(archive.file->CutBack(archive.start));
+                static_cast<void>(archive.file->Close());
+                return {Result::backupFailed, step.target, recorded.Why()};
+            }
+        }
     }
-    if (cover.listExists && lines.empty())
-        return {};
-    OutputFile list = cover.listExists ? OutputFile::Continue(listPath, cover.listExtent.linesEnd)
-                                       : OutputFile::Create(listPath);
-    const std::uint64_t start = list.End();
-    const std::string block = (cover.listExists && cover.listExtent.lastLineOpen ? "\r\n" : "") + RemovalLines(lines);
-    if (!list.Append(block))
-        static_cast<void>(list.CutBack(start));  // no half line may stay for the uninstall to read
-    const sys::Status written = list.Close();
-    if (!written)
-        return {Result::writeFailed, listPath, written.Why()};
+    if (!cover.listExists || !lines.empty()) {
+        list.file.emplace(cover.listExists ? OutputFile::Continue(backup.removalList, cover.listExtent.linesEnd)
+                                           : OutputFile::Create(backup.removalList));
+        list.start = list.file->End();
+        const std::string block = (cover.listExists && cover.listExtent.lastLineOpen ? "\r\n" : "") + RemovalLines(lines);
+        if (!list.file->Append(block))
+            static_cast<void>(list.file->CutBack(list.start));  // no half line may stay for the uninstall to read
+    }
+    const sys::Status listed = Finish(list);
+    if (!listed && archive.file)
+        static_cast<void>(archive.file->CutBack(archive.start));
+    const sys::Status recorded = Finish(archive);
+    if (!recorded)
+        return {Result::writeFailed, backup.archive, recorded.Why()};
+    if (!listed)
+        return {Result::writeFailed, backup.removalList, listed.Why()};
     return {};
 }
 
-// Carries out one step: the backup of the player's file, the folders, the file itself.
-InstallOutcome Carry(const Step& step, const std::string& archivePath, std::uint64_t& archiveEnd, const ActionLog& log)
+// Carries out one step: the folders on the way, then the file itself.
+InstallOutcome Carry(const Step& step, const ActionLog& log)
 {
     if (Planner::EndsHere(step))
         return step.stop;
-    if (step.backUp) {
-        OutputFile archive = OutputFile::Continue(archivePath, archiveEnd);
-        const sys::Status recorded = AppendBackupRecord(archive, step.name, step.target);
-        const sys::Status closed = archive.Close();
-        if (!recorded || !closed)
-            return {Result::backupFailed, step.target, (recorded ? closed : recorded).Why()};
-        archiveEnd = archive.End();
+    if (step.backUp)
         log("backed up", step.target);
-    }
     for (const std::string& folder : step.folders) {
         const sys::Status made = sys::MakeFolder(folder);
         if (made)
@@ -204,8 +235,6 @@ InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const
 {
     const ActionLog log = givenLog ? givenLog : [](const char*, const std::string&) {};
     const BackupFiles backup = BackupFilesOf(game, place);
-    const std::string& archivePath = backup.archive;
-    const std::string& listPath = backup.removalList;
     std::vector<Step> steps = Steps(game, place);
 
     // Only what this payload can make is looked for in the backup files.
@@ -217,7 +246,7 @@ InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const
             paths.insert(step.target.substr(0, slash));
         paths.insert(step.target);
     }
-    const Cover cover = ReadCover(archivePath, listPath, names, paths);
+    const Cover cover = ReadCover(game, place, names, paths);
     if (cover.unreadable.Failed())
         return LogStop({Result::writeFailed, cover.unreadable.path, cover.unreadable.reason}, log);
 
@@ -229,15 +258,15 @@ InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const
         if (Planner::EndsHere(steps[planned++]))
             break;
     }
+    steps.resize(planned);
     std::vector<std::string> lines = planner.newLines;
     lines.insert(lines.end(), planner.newFolders.rbegin(), planner.newFolders.rend());
-    InstallOutcome outcome = WriteAhead(archivePath, listPath, cover, lines);
+    InstallOutcome outcome = WriteAhead(backup, cover, steps, lines);
     if (outcome.result != Result::installed)
         return LogStop(outcome, log);
 
-    std::uint64_t archiveEnd = std::max<std::uint64_t>(cover.archiveEnd, 4);
-    for (std::size_t i = 0; i < planned; ++i) {
-        outcome = Carry(steps[i], archivePath, archiveEnd, log);
+    for (const Step& step : steps) {
+        outcome = Carry(step, log);
         if (outcome.result != Result::installed)
             return LogStop(outcome, log);
     }

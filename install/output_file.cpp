@@ -60,6 +60,13 @@ sys::Status OutputFile::CutBack(std::uint64_t size)
     return cut;
 }
 
+sys::Status OutputFile::Flush()
+{
+    if (state)
+        state = file.Flush();
+    return state;
+}
+
 sys::Status OutputFile::Close()
 {
     if (file.IsOpen()) {

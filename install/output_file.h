@@ -32,6 +32,8 @@ public:
     const sys::Status& State() const { return state; }
     // Cuts the file back to `size` bytes, taking away a piece a failed append left.
     sys::Status CutBack(std::uint64_t size);
+    // Makes what was appended reach the disk, so that a power cut keeps it; a failure sticks.
+    sys::Status Flush();
     // Done when the file was intact and closed without an error; else the first failure.
     sys::Status Close();
 

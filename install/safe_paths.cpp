@@ -1,6 +1,10 @@
 #include "safe_paths.h"
 
+#include <vector>
+
+#include "resolved_path.h"
 #include "system.h"
+#include "text_encoding.h"
 #include "windows_names.h"
 
 bool IsBelow(const std::string& path, const std::string& folder)
@@ -44,4 +48,29 @@ sys::Status WayTo(const std::string& contentFolder, const std::string& path, Kno
         if (end == std::string::npos)
             return sys::Status();
     }
+}
+
+std::string LineAtPlace(const std::string& line, const PlaceGame& game, const SteamAccount& place)
+{
+    const std::string& gameFolder = place.*game.gameFolder;
+    // The game's folder ends in steamapps/<account>/<game> or steamapps/common/<game>; a line
+    // names it by the same three segments, the account's in any spelling.
+    const std::vector<std::string> own = ResolvePath(gameFolder).segments;
+    if (own.size() < 3)
+        return std::string();
+    const std::string steamapps = AsciiLower(own[own.size() - 3]);
+    const std::string common = AsciiLower(own[own.size() - 2]);
+    const std::string name = AsciiLower(own.back());
+    const std::vector<std::string> segments = ResolvePath(line).segments;
+    for (std::size_t at = 2; at < segments.size(); ++at) {
+        if (AsciiLower(segments[at]) != name || AsciiLower(segments[at - 2]) != steamapps ||
+            (place.library && AsciiLower(segments[at - 1]) != common))
+            continue;
+        std::string below = gameFolder;
+        for (std::size_t next = at + 1; next < segments.size(); ++next)
+            below += "/" + segments[next];
+        if (IsRemovableLine(below, gameFolder, place.*game.contentFolder))
+            return below;
+    }
+    return std::string();
 }

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "folders.h"
+#include "steam_layouts.h"
 
 // True when `path` names something inside `folder` (neither ending with '/').
 bool IsBelow(const std::string& path, const std::string& folder);
@@ -17,6 +18,17 @@ bool IsBelow(const std::string& path, const std::string& folder);
 // is somewhere else), each segment a Windows name. The backup files lie outside the game's
 // folder, so no line can name them.
 bool IsRemovableLine(const std::string& path, const std::string& gameFolder, const std::string& contentFolder);
+
+// What a removal line names now: the line read relative to the game's folder it names (its part
+// after "steamapps/<account>/counter-strike" or ".../counter-strike source" in the layout before
+// shared game folders, after "steamapps/common/Half-Life" or ".../Counter-Strike Source" in a
+// library, in any letter case and whatever the spelling above it: '\' or '/', doubled
+// separators, "." and ".." as Windows resolves them), placed below this game's folder at
+// `place`, where its backup files lie now. So a Steam folder spelled anew, or a library back
+// under another drive letter, still finds what an install made. Empty when the line names no
+// folder of this game, or when its part below that folder is no line an install writes
+// (IsRemovableLine).
+std::string LineAtPlace(const std::string& line, const PlaceGame& game, const SteamAccount& place);
 
 // Done when no link stands at `path` or on the way to it below `contentFolder` (which ends with
 // '/'); failed for a link there (Own::link: nothing of ours lies behind it), or with the

@@ -1,6 +1,7 @@
 #include "uninstall.h"
 
 #include <algorithm>
+#include <set>
 #include <vector>
 
 #include "backup_archive.h"
@@ -69,49 +70,74 @@ bool FolderRemains(const std::string& folder, const std::vector<std::string>& re
     return remains;
 }
 
+// True when nothing stands at `path` because the folder that would hold it, or one above it,
+// is known to lack it: the nearest folder above it that is there can be looked into. Behind a
+// link whose target is gone, or a folder the system cannot tell about, nothing is known.
+bool KnownGone(const std::string& path)
+{
+    for (std::string above = path.substr(0, path.rfind('/')); above.size() > 3;
+         above = above.substr(0, above.rfind('/'))) {
+        const sys::Entry entry = sys::LookUp(above);
+        if (entry.kind == sys::EntryKind::none)
+            continue;
+        if (entry.kind == sys::EntryKind::unknown)
+            return false;
+        return entry.kind == sys::EntryKind::file || !entry.link || sys::ReachFolder(above);
+    }
+    return false;
+}
+
 // Deletes what the removal list names, files first, then folders innermost first, so the
-// lines may come in any order.
-Removal RemoveCreated(const std::string& listPath, const std::string& gameFolder, const std::string& contentFolder,
+// lines may come in any order. Each line names what it named below this game's folder here,
+// wherever its spelling puts the folders above (LineAtPlace). A line goes once what it names
+// is removed or known to be gone; one that could not be looked at stays, for a later uninstall.
+Removal RemoveCreated(const BackupFiles& backup, const GameProfile& game, const SteamAccount& place,
                       const ActionLog& log, sys::Failure& first)
 {
     Removal removal;
-    const sys::Entry list = sys::LookUp(listPath);
+    const sys::Entry list = sys::LookUp(backup.removalList);
     removal.listExists = list.kind != sys::EntryKind::none;
     if (!removal.listExists)
         return removal;
     std::vector<std::string> lines;
+    std::set<std::string> seen;
     std::size_t kept = 0;
     const sys::Status read =
         list.link ? sys::Status::Failed(sys::Reason::Refused(sys::Reason::Own::link))
-                  : ReadRemovalListFile(listPath, [&](const std::string& line) {
-                        if (kept + line.size() <= linesLimit && IsRemovableLine(line, gameFolder, contentFolder)) {
-                            lines.push_back(line);
-                            kept += line.size();
+                  : ReadRemovalListFile(backup.removalList, [&](const std::string& line) {
+                        const std::string path = LineAtPlace(line, game, place);
+                        if (!path.empty() && kept + path.size() <= linesLimit && seen.insert(path).second) {
+                            lines.push_back(path);
+                            kept += path.size();
                         }
                     });
     removal.readWhole = static_cast<bool>(read);
     if (!read)
-        Note(first, listPath, read.Why());
+        Note(first, backup.removalList, read.Why());
 
+    const std::string& contentFolder = place.*game.contentFolder;
     KnownFolders known;
     std::vector<std::string> folders;
+    const auto stays = [&](const std::string& line, const sys::Reason& why) {
+        removal.remaining.push_back(line);
+        Note(first, line, why);
+    };
     for (const std::string& line : lines) {
         const sys::Status way = WayTo(contentFolder, line.substr(0, line.rfind('/')), &known);
-        if (IsLink(way))
-            continue;  // nothing of ours lies behind a link
         const sys::Entry entry = way ? sys::LookUp(line) : sys::Entry{sys::EntryKind::unknown, false, way.Why()};
         if (entry.kind == sys::EntryKind::unknown) {
-            removal.remaining.push_back(line);
-            Note(first, line, entry.reason);
-        } else if (entry.link || entry.kind == sys::EntryKind::none) {
-            continue;  // gone already, or never ours: no install makes a link
+            stays(line, entry.reason);  // a link on the way, or the system could not tell
+        } else if (entry.link) {
+            stays(line, sys::Reason::Refused(sys::Reason::Own::link));  // never deleted through
+        } else if (entry.kind == sys::EntryKind::none) {
+            if (!KnownGone(line))
+                stays(line, entry.reason);
         } else if (entry.kind == sys::EntryKind::folder) {
             folders.push_back(line);
         } else if (const sys::Status removed = sys::RemoveFile(line)) {
             log("removed", line);
         } else if (sys::LookUp(line).kind != sys::EntryKind::none) {
-            removal.remaining.push_back(line);
-            Note(first, line, removed.Why());
+            stays(line, removed.Why());
         }
     }
     std::stable_sort(folders.begin(), folders.end(),
@@ -122,8 +148,8 @@ Removal RemoveCreated(const std::string& listPath, const std::string& gameFolder
     return removal;
 }
 
-// Makes the target hold exactly the record's `size` data bytes, written over it in place; done when
-// every byte went in and the file closed without an error.
+// Makes the target hold exactly the record's `size` data bytes, written over it in place and
+// flushed; done when every byte went in and the file closed without an error.
 sys::Status RestoreRecord(ArchiveReader& archive, const std::string& target, std::uint32_t size)
 {
     sys::File out = sys::File::Overwrite(target);
@@ -133,6 +159,10 @@ sys::Status RestoreRecord(ArchiveReader& archive, const std::string& target, std
         archive.CopyData([&](const char* bytes, std::size_t part) { return out.Write(bytes, part); });
     if (written && out.Size() > size)
         written = out.Truncate(size);
+    // On the disk before the archive that holds it can go: a power cut keeps deletions sooner
+    // than the bytes written before them.
+    if (written)
+        written = out.Flush();
     const sys::Status closed = out.Close();
     return written ? closed : written;
 }
@@ -189,6 +219,8 @@ void RewriteRemovalList(const std::string& listPath, const std::string& draftPat
 {
     OutputFile draft = OutputFile::Create(draftPath);
     draft.Append(RemovalLines(lines));
+    // On the disk before it replaces the list: a power cut keeps the replacement sooner.
+    static_cast<void>(draft.Flush());
     if (!draft.Close() || !sys::MoveOver(draftPath, listPath))
         static_cast<void>(sys::RemoveFile(draftPath));
 }
@@ -221,14 +253,29 @@ UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, c
     const BackupFiles backup = BackupFilesOf(game, place);
     const std::string& archivePath = backup.archive;
     const std::string& listPath = backup.removalList;
+    UninstallOutcome outcome;
+    sys::Failure& first = outcome.firstFailure;
+
+    // The game moved, renamed, on a drive not mounted, behind a link whose target is gone: what
+    // the backup files undo is not here, and a folder made in its place would take the player's
+    // files back where the game is not. Nothing changes until it is back.
+    const std::string& gameFolder = place.*game.gameFolder;
+    for (const std::string& folder : {gameFolder, gameFolder + "/cstrike"}) {
+        const sys::Status there = sys::ReachFolder(folder);
+        if (!there) {
+            outcome.gameAway = first = {folder, there.Why()};
+            outcome.backupKept = true;
+            place.*game.installedFlag = sys::PathExists(archivePath);
+            return outcome;
+        }
+    }
+
     // A rewrite of the removal list an earlier uninstall did not finish: its draft is ours.
     const std::string draftPath = listPath + ".new";
     if (sys::LookUp(draftPath).kind == sys::EntryKind::file)
         static_cast<void>(sys::RemoveFile(draftPath));
 
-    UninstallOutcome outcome;
-    sys::Failure& first = outcome.firstFailure;
-    const Removal removal = RemoveCreated(listPath, place.*game.gameFolder, place.*game.contentFolder, log, first);
+    const Removal removal = RemoveCreated(backup, game, place, log, first);
     const bool restored = RestoreArchive(archivePath, place.*game.contentFolder, log, first);
 
     outcome.backupKept = !removal.readWhole || !removal.remaining.empty() || !restored;

@@ -12,11 +12,16 @@ struct UninstallOutcome {
     // files stay (the removal list naming only what remains), and so does the uninstall.
     bool backupKept = false;
     sys::Failure firstFailure;  // the first thing that could not be undone, and why
+    // The game's folder or its cstrike folder is not there (moved, renamed, its drive not
+    // mounted, a link whose target is gone): nothing was changed, and both backup files stay.
+    sys::Failure gameAway;
 };
 
 // Deletes what the installs created, files first, then folders innermost first, and puts the
-// player's files back. Only what lies below the game's own folder is touched, never through a
-// link below the content folder, and lines and records that no install could have written are
-// passed over. The installed flag follows the backup archive. Each file or folder removed and
-// each file restored goes to `log`, and so does what is kept.
+// player's files back, each on the disk before the archive that held it goes. Only what lies
+// below the game's own folder is touched, never through a link below the content folder, and
+// lines and records that no install could have written are passed over; a removal line names
+// what it named below this game's folder wherever the Steam folder or library is now. With the
+// game away, nothing changes. The installed flag follows the backup archive. Each file or
+// folder removed and each file restored goes to `log`, and so does what is kept.
 UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, const ActionLog& log = {});

@@ -9,11 +9,17 @@
 
 namespace sys::faults {
 
-enum class Mode { fail, end };
+enum class Mode {
+    fail,          // the call fails with an I/O error
+    partialWrite,  // a write puts down the first half of its bytes, then fails; any other call fails
+    end,           // the process ends right before the call, as a kill would end it
+    powerCut,      // the same, and every file written since Arm keeps only what was flushed
+};
 
-// From now on, call number `nth` (1 = the next one) fails, or ends the process with status
-// `endStatus`, and calls after it work again. 0 counts only.
-void Arm(std::uint64_t nth, Mode mode);
+// From now on, call number `nth` (1 = the next one) fails or ends the process (with status
+// `endStatus`), and calls after it work again; with `alsoNth`, that later call fails too (two
+// failures in one operation). 0 counts only.
+void Arm(std::uint64_t nth, Mode mode, std::uint64_t alsoNth = 0);
 // Calls since the last Arm.
 std::uint64_t Calls();
 

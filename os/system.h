@@ -126,6 +126,9 @@ public:
     Status Skip(std::uint64_t count);
     // Cuts a file open for writing to `size` bytes and goes on writing there.
     Status Truncate(std::uint64_t size);
+    // Makes what was written so far reach the disk (FlushFileBuffers, fsync), so that a power
+    // cut keeps it: until then the system may hold it in memory only.
+    Status Flush();
     // Done when the file was open and closed without an error (one the system kept from an
     // earlier write included). The file is closed in any case.
     Status Close();
@@ -148,6 +151,13 @@ private:
 // Reads and writes go to the system in slices of at most this many bytes: larger calls are known
 // to fail on network disks, where diskless LAN PCs keep their games.
 constexpr std::size_t largestTransfer = 4u << 20;
+
+// Done when `folder` is there and leads somewhere: a folder, or a link to one whose target is
+// there. A link whose target is gone, a file and nothing at all fail.
+Status ReachFolder(const std::string& folder);
+
+// `path` as an absolute path, resolved against the current folder when it is relative.
+std::string FullPath(const std::string& path);
 
 // Creates one folder; failed when it could not be made (its parent missing, a name taken).
 Status MakeFolder(const std::string& path);

@@ -13,6 +13,7 @@
 #include <cstring>
 #include <fstream>
 #include <iterator>
+#include <map>
 
 #include "fault_injection.h"
 #include "text_encoding.h"
@@ -28,6 +29,12 @@ struct Plan {
     std::uint64_t calls = 0;
     std::uint64_t nth = 0;
     Mode mode = Mode::fail;
+    std::uint64_t alsoNth = 0;
+    // For a power cut: what each file written since Arm holds on the disk itself, by path (a
+    // file is known from its first opening for writing, holding what it held then: nothing for a
+    // new one), and the path each open file was opened under.
+    std::map<std::string, std::string> onDisk;
+    std::map<int, std::string> openForWriting;
 };
 
 Plan& ThePlan()
@@ -36,9 +43,26 @@ Plan& ThePlan()
     return plan;
 }
 
+std::string Contents(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+}
+
+// Every file keeps only what reached the disk: a journalling file system keeps the creations,
+// deletions and renames, but the bytes written since the last flush may be lost.
+void CutThePower()
+{
+    for (const auto& [path, bytes] : ThePlan().onDisk) {
+        std::ofstream out(path, std::ios::binary | std::ios::trunc);
+        out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    }
+    _exit(endStatus);
+}
+
 }  // namespace
 
-void Arm(std::uint64_t nth, Mode mode) { ThePlan() = Plan{0, nth, mode}; }
+void Arm(std::uint64_t nth, Mode mode, std::uint64_t alsoNth) { ThePlan() = Plan{0, nth, mode, alsoNth, {}, {}}; }
 
 std::uint64_t Calls() { return ThePlan().calls; }
 
@@ -46,17 +70,46 @@ std::uint64_t Calls() { return ThePlan().calls; }
 
 namespace {
 
+// A power cut must know what each written file holds on the disk: the bytes it had before it was
+// first opened for writing, until it is flushed.
+void WillWrite(const std::string& path)
+{
+    faults::Plan& plan = faults::ThePlan();
+    if (plan.mode == faults::Mode::powerCut && !plan.onDisk.count(path))
+        plan.onDisk[path] = faults::Contents(path);
+}
+
+void OpenedForWriting(int descriptor, const std::string& path)
+{
+    if (faults::ThePlan().mode == faults::Mode::powerCut)
+        faults::ThePlan().openForWriting[descriptor] = path;
+}
+
 // Counts one call into the layer; true when this one is to fail (as an I/O error would). Ends
 // the process when the plan says so.
 bool Faulty()
 {
     faults::Plan& plan = faults::ThePlan();
-    if (++plan.calls != plan.nth)
+    ++plan.calls;
+    if (plan.calls == plan.alsoNth) {
+        errno = EIO;
+        return true;
+    }
+    if (plan.calls != plan.nth)
         return false;
     if (plan.mode == faults::Mode::end)
         _exit(faults::endStatus);
+    if (plan.mode == faults::Mode::powerCut)
+        faults::CutThePower();
     errno = EIO;
     return true;
+}
+
+// True when this write is the one that puts down part of its bytes and fails.
+bool WritesHalf()
+{
+    const faults::Plan& plan = faults::ThePlan();
+    return plan.mode == faults::Mode::partialWrite && plan.calls + 1 == plan.nth;
 }
 
 // The system's reason for the call that just failed.
@@ -119,6 +172,9 @@ Status OpenPlainFile(const std::string& path, int flags, struct stat& info, int&
     descriptor = -1;
     if (Faulty() || Unusable(path))
         return LastError();
+    const bool writing = (flags & O_ACCMODE) != O_RDONLY;
+    if (writing)
+        WillWrite(path);
     const int opened = open(path.c_str(), flags | O_NONBLOCK | O_CLOEXEC, 0666);
     if (opened < 0)
         return LastError();
@@ -133,6 +189,8 @@ Status OpenPlainFile(const std::string& path, int flags, struct stat& info, int&
                                      : Status::Failed(Reason::Refused(Reason::Own::notADiskFile));
     }
     descriptor = opened;
+    if (writing)
+        OpenedForWriting(opened, path);
     return Status();
 }
 
@@ -288,6 +346,8 @@ Status File::Read(char* bytes, std::size_t count)
 Status File::Write(const char* bytes, std::size_t count)
 {
     const int descriptor = static_cast<int>(handle);
+    if (WritesHalf() && open && count > 1)
+        static_cast<void>(write(descriptor, bytes, count / 2));
     if (Faulty())
         return LastError();
     if (!open)
@@ -315,11 +375,28 @@ Status File::Truncate(std::uint64_t size)
                 lseek(descriptor, static_cast<off_t>(size), SEEK_SET) >= 0);
 }
 
+Status File::Flush()
+{
+    if (Faulty())
+        return LastError();
+    if (!open)
+        return Status::Failed(Reason::System(EBADF));
+    const int descriptor = static_cast<int>(handle);
+    if (fsync(descriptor) != 0)
+        return LastError();
+    faults::Plan& plan = faults::ThePlan();
+    const auto written = plan.openForWriting.find(descriptor);
+    if (written != plan.openForWriting.end())
+        plan.onDisk[written->second] = faults::Contents(written->second);
+    return Status();
+}
+
 Status File::Close()
 {
     if (!open)
         return Status::Failed(Reason::System(EBADF));
     open = false;
+    faults::ThePlan().openForWriting.erase(static_cast<int>(handle));
     const bool failed = Faulty();  // the descriptor goes all the same
     if (close(static_cast<int>(handle)) != 0)
         return LastError();
@@ -338,12 +415,43 @@ Status RemoveFolder(const std::string& path)
 
 Status RemoveFile(const std::string& path)
 {
-    return Done(!Faulty() && !Unusable(path) && unlink(path.c_str()) == 0);
+    if (Faulty() || Unusable(path) || unlink(path.c_str()) != 0)
+        return LastError();
+    faults::ThePlan().onDisk.erase(path);  // a deletion is kept
+    return Status();
 }
 
 Status MoveOver(const std::string& from, const std::string& to)
 {
-    return Done(!Faulty() && !Unusable(from) && !Unusable(to) && rename(from.c_str(), to.c_str()) == 0);
+    if (Faulty() || Unusable(from) || Unusable(to))
+        return LastError();
+    WillWrite(from);  // the file moves with what it holds on the disk
+    if (rename(from.c_str(), to.c_str()) != 0)
+        return LastError();
+    faults::Plan& plan = faults::ThePlan();
+    if (plan.mode == faults::Mode::powerCut) {
+        plan.onDisk[to] = plan.onDisk[from];
+        plan.onDisk.erase(from);
+    }
+    return Status();
+}
+
+Status ReachFolder(const std::string& folder)
+{
+    struct stat info;
+    if (Faulty() || Unusable(folder) || stat(folder.c_str(), &info) != 0)
+        return LastError();
+    return S_ISDIR(info.st_mode) ? Status() : Status::Failed(Reason::System(ENOTDIR));
+}
+
+std::string FullPath(const std::string& path)
+{
+    if (path.empty() || path[0] == '/')
+        return path;
+    char* here = getcwd(nullptr, 0);
+    const std::string full = here ? std::string(here) + "/" + path : path;
+    std::free(here);
+    return full;
 }
 
 // The programs' names as the system started them: the last part of each process's first

@@ -309,12 +309,41 @@ Status File::Truncate(std::uint64_t size)
     return Done(SetFilePointerEx(Native(handle), position, nullptr, FILE_BEGIN) && SetEndOfFile(Native(handle)));
 }
 
+Status File::Flush()
+{
+    if (!open)
+        return Status::Failed(Reason::System(ERROR_INVALID_HANDLE));
+    return Done(FlushFileBuffers(Native(handle)));
+}
+
 Status File::Close()
 {
     if (!open)
         return Status::Failed(Reason::System(ERROR_INVALID_HANDLE));
     open = false;
     return Done(ScopedFileHandle(Native(handle)).Close());
+}
+
+Status ReachFolder(const std::string& folder)
+{
+    std::wstring pattern;
+    Status usable = SystemPath(folder + "/*", pattern);
+    if (!usable)
+        return usable;
+    WIN32_FIND_DATAW entry;
+    ScopedFind search(FindFirstFileW(pattern.c_str(), &entry));
+    return search.IsValid() ? Status() : LastError();
+}
+
+std::string FullPath(const std::string& path)
+{
+    std::wstring wide;
+    if (!Wide(path, wide) || wide.empty())
+        return path;
+    const DWORD length = GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr);
+    std::wstring full(length, L'\0');
+    const DWORD written = length ? GetFullPathNameW(wide.c_str(), length, full.data(), nullptr) : 0;
+    return written > 0 && written < length ? Utf8(full.data(), written) : path;
 }
 
 Status MakeFolder(const std::string& path)

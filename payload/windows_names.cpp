@@ -6,13 +6,11 @@
 
 namespace {
 
-// A digit, or a superscript one, two or three: as a byte of the Windows code page (B9, B2, B3)
-// or as UTF-8 (C2 B9, C2 B2, C2 B3).
+// A digit, or a superscript one, two or three (UTF-8 C2 B9, C2 B2, C2 B3).
 bool IsPortNumber(const std::string& number)
 {
     if (number.size() == 1)
-        return (number[0] >= '0' && number[0] <= '9') || number == "\xB9" || number == "\xB2" ||
-               number == "\xB3";
+        return number[0] >= '0' && number[0] <= '9';
     return number == "\xC2\xB9" || number == "\xC2\xB2" || number == "\xC2\xB3";
 }
 
@@ -44,10 +42,16 @@ std::string CharacterProblem(unsigned char c)
     return "";
 }
 
+// The longest name Windows keeps in a folder, in UTF-16 units.
+constexpr std::size_t longestSegment = 255;
+
 std::string SegmentProblem(const std::string& segment)
 {
     if (segment.empty())
         return "";  // "a//b": Windows reads the doubled separator as one
+    if (Utf16Length(segment) > longestSegment)
+        return "has a segment of " + std::to_string(Utf16Length(segment)) + " characters, more than the " +
+               std::to_string(longestSegment) + " a Windows name holds";
     const char last = segment.back();
     if (last == '.' || last == ' ')
         return "has the segment \"" + segment + "\" ending in '" + last + "', which Windows drops";
@@ -62,6 +66,8 @@ std::string WindowsNameProblem(const std::string& relative)
 {
     if (relative.empty())
         return "is empty";
+    if (!IsUtf8(relative))
+        return "is not UTF-8";
     for (char c : relative) {
         std::string problem = CharacterProblem(static_cast<unsigned char>(c));
         if (!problem.empty())

@@ -61,6 +61,14 @@ inline std::string InstallStopped(const InstallOutcome& outcome)
     return std::string();
 }
 
+// The uninstall found the game's folder (or its cstrike folder) away: nothing was changed. A box
+// captioned "Hiba:" with the warning icon, or a command's error.
+inline std::string GameAway(const std::string& folder)
+{
+    return "The game's folder is not there:\n" + folder +
+           "\nNothing was changed and the backup was kept. Put the game back where it was, then uninstall again.";
+}
+
 // Added under the game's uninstall message when something could not be undone, whatever the
 // cause: the backup files stay, and so does the uninstall.
 constexpr char backupKept[] =
@@ -153,6 +161,12 @@ constexpr char anotherCopy[] =
 inline std::string LogNotWritable(const std::string& path)
 {
     return "The log " + path + " cannot be written: name a file in a folder that exists.\n";
+}
+
+inline std::string LogRefused(const std::string& path)
+{
+    return "The log " + path +
+           " would be written among a game's files or into the backup files: name a file elsewhere.\n";
 }
 
 inline std::string Place(int number, const SteamAccount& place)

@@ -95,10 +95,6 @@ TEST(CommandLine, TheUsageABadCommandLineAndNoSteamAreStatus0To2)
     EXPECT_EQ(bad.status, 1u);
     EXPECT_EQ(bad.err.rfind("/place takes one number, 1 or more: x\r\n\r\nLudax config. installs the LUDAX", 0), 0u) << bad;
     EXPECT_EQ(bad.out, "");
-    TempFolder logs;
-    const std::string noLog = logs.Path() + "/no such folder/ludax.log";
-    EXPECT_EQ(RunLudaxCommand("/uninstall cs16 /log " + Quoted(noLog)),
-              (CommandRun{1, "", "The log " + noLog + " cannot be written: name a file in a folder that exists.\r\n"}));
     SteamFolder::RemoveKey();
     EXPECT_EQ(RunLudaxCommand("/list"),
               (CommandRun{2, "",
@@ -117,6 +113,22 @@ TEST(CommandLine, AScriptListsInstallsAndUninstallsMeetingEveryOtherStatusOnTheW
     const std::string log = logs.Path() + "/ludax log.txt", windowLog = logs.Path() + "/window.log";
 
     EXPECT_EQ(RunLudaxCommand("/LIST"), (CommandRun{0, "1\tplayer\tcs16=present\tcss=absent\r\n", ""}));
+    const std::string noLog = logs.Path() + "/no such folder/ludax.log";
+    EXPECT_EQ(RunLudaxCommand("/uninstall cs16 /log " + Quoted(noLog)),
+              (CommandRun{1, "", "The log " + noLog + " cannot be written: name a file in a folder that exists.\r\n"}));
+    // A log among the player's files or in one of ours is refused before anything is written,
+    // in whatever spelling names it.
+    std::string playersConfig = content + "config.cfg";
+    for (char& c : playersConfig)
+        c = c == '/' ? '\\' : c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    const std::string archive = steam.Account("player") + "/cs16ludax.bak";
+    for (const std::string& ours : {playersConfig, archive, content + "new.log"}) {
+        EXPECT_EQ(RunLudaxCommand("/install cs16 /log " + Quoted(ours)),
+                  (CommandRun{1, "", "The log " + ours +
+                                         " would be written among a game's files or into the backup files: name a "
+                                         "file elsewhere.\r\n"}));
+    }
+    EXPECT_EQ(Snapshot(steam.Path()), before);
     EXPECT_EQ(RunLudaxCommand("/install css"), (CommandRun{3, "", "Counter-Strike: Source is in no place Steam holds.\r\n"}));
     EXPECT_EQ(RunLudaxCommand("/uninstall cs16"),
               (CommandRun{4, "", "The configuration of Counter-Strike 1.6 is installed nowhere.\r\n"}));
