@@ -259,6 +259,9 @@ InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const
             break;
     }
     steps.resize(planned);
+    // Stopped before its first file (the game's folder away, say): nothing to undo, nothing made.
+    if (!steps.empty() && Planner::EndsHere(steps.front()))
+        return LogStop(steps.front().stop, log);
     std::vector<std::string> lines = planner.newLines;
     lines.insert(lines.end(), planner.newFolders.rbegin(), planner.newFolders.rend());
     InstallOutcome outcome = WriteAhead(backup, cover, steps, lines);

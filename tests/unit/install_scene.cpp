@@ -9,9 +9,9 @@ const std::vector<PayloadFile> testPayload = {
     {"cfg/config.cfg", "exec ludax/binds.cfg\r\n"},
 };
 
-InstallScene::InstallScene(const std::vector<PayloadFile>& files)
+InstallScene::InstallScene(const std::vector<PayloadFile>& files, Layout layout)
     : steamapps(steam.Path() + "/steamapps/"),
-      account(AccountFolderEntry(steamapps, "player")),
+      account(layout == Layout::library ? LibraryEntry(steam.Path()) : AccountFolderEntry(steamapps, "player")),
       accountFolder(account.folder),
       profile(cs16Profile),
       content(account.cs16Content),

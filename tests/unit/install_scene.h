@@ -1,6 +1,7 @@
 #pragma once
-// A Steam folder with one account, "player", whose Counter-Strike 1.6 content folder exists,
-// ready for InstallConfig and UninstallConfig over a payload the test chooses.
+// A Steam folder with one account, "player", whose Counter-Strike 1.6 content folder exists (or,
+// in a library's layout, the Steam folder's own Half-Life/cstrike), ready for InstallConfig and
+// UninstallConfig over a payload the test chooses.
 
 #include <string>
 #include <vector>
@@ -22,8 +23,9 @@ extern const std::vector<PayloadFile> testPayload;
 
 class InstallScene {
 public:
+    enum class Layout { account, library };
     // The game's own paths over a payload packed from `files`.
-    explicit InstallScene(const std::vector<PayloadFile>& files = testPayload);
+    explicit InstallScene(const std::vector<PayloadFile>& files = testPayload, Layout layout = Layout::account);
     InstallScene(const InstallScene&) = delete;
     InstallScene& operator=(const InstallScene&) = delete;
 
@@ -41,7 +43,7 @@ public:
     TempFolder steam;
     const std::string steamapps;
     SteamAccount account;
-    const std::string accountFolder;
+    const std::string accountFolder;  // where the backup files lie
     GameProfile profile;
     const std::string content;
     const std::string archivePath;

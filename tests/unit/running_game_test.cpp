@@ -6,6 +6,7 @@
 #include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
@@ -63,32 +64,32 @@ bool Soon(const std::function<bool()>& found)
 
 TEST(RunningGame, EitherGamesProgramsAreFoundByNameInAnyLetterCase)
 {
-    EXPECT_FALSE(GameIsRunning(cs16Profile));
-    EXPECT_FALSE(GameIsRunning(cssProfile));
-    {
-        Program game("HL.EXE");
-        ASSERT_TRUE(game.started);
-        EXPECT_TRUE(Soon([] { return GameIsRunning(cs16Profile); }));
-        EXPECT_FALSE(GameIsRunning(cssProfile));
+    EXPECT_EQ(cs16Profile.programs, (std::vector<std::string>{"hl.exe"}));
+    EXPECT_EQ(cssProfile.programs, (std::vector<std::string>{"hl2.exe", "cstrike.exe", "cstrike_win64.exe"}));
+
+    // A game of this test's own, whose programs no other process on this machine is named after
+    // (a real hl2.exe may well run beside the tests).
+    const std::string own = "ludaxgame" + std::to_string(getpid());
+    GameProfile game = cssProfile;
+    game.programs = {own + "a.exe", own + "b.exe"};
+    EXPECT_FALSE(GameIsRunning(game));
+    for (const std::string& name : {own + "A.EXE", own + "b.Exe"}) {
+        Program running(name);
+        ASSERT_TRUE(running.started);
+        EXPECT_TRUE(Soon([&] { return GameIsRunning(game); })) << name;
     }
-    EXPECT_FALSE(GameIsRunning(cs16Profile));
-    for (const char* name : {"hl2.exe", "Cstrike.exe", "cstrike_win64.exe"}) {
-        Program game(name);
-        ASSERT_TRUE(game.started);
-        EXPECT_TRUE(Soon([] { return GameIsRunning(cssProfile); })) << name;
-        EXPECT_FALSE(GameIsRunning(cs16Profile)) << name;
-    }
-    Program lookalike("hl.exe.bak");
-    ASSERT_TRUE(Soon([] {
+    EXPECT_FALSE(GameIsRunning(game));
+    Program lookalike(own + "a.exe.bak");
+    ASSERT_TRUE(Soon([&] {
         const std::vector<std::string> names = sys::RunningProgramNames();
-        return std::find(names.begin(), names.end(), "hl.exe.bak") != names.end();
+        return std::find(names.begin(), names.end(), own + "a.exe.bak") != names.end();
     }));
-    EXPECT_FALSE(GameIsRunning(cs16Profile));
+    EXPECT_FALSE(GameIsRunning(game));
 
     // A LAN admin's install meets the game left open.
     RegisteredSteam steam;
     WriteFile(AccountFolderEntry(steam.Apps(), "player").cs16Content + "config.cfg", "player's");
-    Program game("hl.exe");
+    Program hl("hl.exe");
     ASSERT_TRUE(Soon([] { return GameIsRunning(cs16Profile); }));
     Command install;
     std::string error;

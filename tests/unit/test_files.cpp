@@ -169,6 +169,14 @@ void AddEntries(const std::string& folder, const std::string& relative, std::map
     const std::string here = relative.empty() ? folder : folder + "/" + relative.substr(0, relative.size() - 1);
     for (const std::string& entry : NamesIn(here)) {
         const std::string name = relative + entry;
+#ifndef _WIN32
+        // A link is where it points to, whether or not anything stands there.
+        std::error_code failed;
+        if (fs::is_symlink(fs::symlink_status(folder + "/" + name, failed))) {
+            tree[name] = "<link to " + fs::read_symlink(folder + "/" + name, failed).string() + ">";
+            continue;
+        }
+#endif
         if (IsFolder(Native(folder + "/" + name, true))) {
             tree[name] = "<folder>";
             AddEntries(folder, name + "/", tree);

@@ -32,7 +32,8 @@ bool Exists(const std::string& path);
 // lists them: through calls of the tests' own, not the program's.
 std::vector<std::string> NamesIn(const std::string& folder);
 
-// Every file and folder below `folder`: relative path -> file bytes, or "<folder>" for a folder.
+// Every file and folder below `folder`: relative path -> file bytes, or "<folder>" for a folder
+// (natively, a link is "<link to ...>" and is not followed).
 using Tree = std::map<std::string, std::string>;
 Tree Snapshot(const std::string& folder);
 

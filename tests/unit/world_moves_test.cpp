@@ -1,0 +1,241 @@
+// The world moves between the install and the uninstall: Steam spelled anew, a library back under
+// another name, the game away, links swapped in, backup files no install wrote. Nothing of the
+// player's may be lost, and nothing of ours left behind once the world is back.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "install_scene.h"
+#include "safe_paths.h"
+#include "system.h"
+
+namespace {
+
+TEST(RemovalLines, NameWhatTheyNamedWhereverTheFoldersAboveTheGameAreNow)
+{
+    const SteamAccount account = AccountFolderEntry("C:\\Games\\Steam/steamapps/", "player");
+    const SteamAccount named = AccountFolderEntry("C:/S/steamapps/", "counter-strike");  // named like the game
+    const SteamAccount library = LibraryEntry("N:\\SteamLibrary");
+    const std::string cs16 = "C:\\Games\\Steam/steamapps/player/counter-strike";
+    const std::string css = "N:\\SteamLibrary/steamapps/common/Counter-Strike Source";
+    struct Case {
+        const SteamAccount& place;
+        const PlaceGame& game;
+        std::string line;
+        std::string now;  // empty: passed over
+    };
+    const Case cases[] = {
+        // Steam spelled anew: letter case, separators, doubled and trailing ones, . and ..
+        {account, cs16AtPlace, "c:/games/STEAM/steamapps/player/counter-strike/cstrike/cfg/a.cfg", cs16 + "/cstrike/cfg/a.cfg"},
+        {account, cs16AtPlace, "C:\\Games\\\\Steam\\.\\steamapps\\x\\..\\player\\counter-strike\\cstrike\\a.cfg", cs16 + "/cstrike/a.cfg"},
+        {account, cs16AtPlace, "D:/Old/Steam/steamapps/Player/COUNTER-STRIKE/cstrike/resource/", cs16 + "/cstrike/resource"},
+        {account, cs16AtPlace, "E:/steamapps/renamed/counter-strike/cstrike/cfg/./x/../a.cfg", cs16 + "/cstrike/cfg/a.cfg"},
+        {account, cs16AtPlace, "C:/Games/Steam/steamapps/player/counter-strike/cstrike", cs16 + "/cstrike"},
+        {named, cs16AtPlace, "C:/S/steamapps/counter-strike/counter-strike/cstrike/a.cfg",
+         "C:/S/steamapps/counter-strike/counter-strike/cstrike/a.cfg"},
+        // A library back under another drive letter, or moved.
+        {library, cs16AtPlace, "M:\\SteamLibrary\\steamapps\\common\\Half-Life\\cstrike\\maps\\de_x.bsp",
+         "N:\\SteamLibrary/steamapps/common/Half-Life/cstrike/maps/de_x.bsp"},
+        {library, cssAtPlace, "m:/games/lib/STEAMAPPS/Common/counter-strike source/cstrike/custom/ludax/cfg/x.cfg",
+         css + "/cstrike/custom/ludax/cfg/x.cfg"},
+        {library, cssAtPlace, "M:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/custom", css + "/cstrike/custom"},
+        // No folder of this game, or nothing an install makes there: passed over as before.
+        {account, cssAtPlace, "C:/Games/Steam/steamapps/player/counter-strike/cstrike/a.cfg", ""},
+        {account, cs16AtPlace, "C:/Games/Steam/steamapps/player/counter-strike", ""},
+        {account, cs16AtPlace, "C:/Games/Steam/steamapps/player/counter-strike/valve/a.cfg", ""},
+        {account, cs16AtPlace, "C:/Games/Steam/steamapps/player/counter-strike/cstrike/cfg/../../../player/a.cfg", ""},
+        {account, cs16AtPlace, "C:/Games/Steam/steamapps/player/counter-strike/cstrike/cfg/aux.cfg", ""},
+        {account, cs16AtPlace, "C:/Games/Steam/player/counter-strike/cstrike/a.cfg", ""},
+        {account, cs16AtPlace, "C:/Games/Steam/steamapps/player/cs16ludax.bak", ""},
+        {library, cs16AtPlace, "M:/SteamLibrary/steamapps/player/Half-Life/cstrike/a.cfg", ""},
+        {library, cssAtPlace, "M:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/a.cfg", ""},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(LineAtPlace(c.line, c.game, c.place), c.now) << c.line;
+}
+
+// The Steam folder spelled as Windows reads the same folder: natively what POSIX resolves as well
+// (doubled separators, "."), on Windows also another letter case, backslashes and "..".
+std::string SpelledAnew(const std::string& folder)
+{
+    std::string spelled = folder.substr(0, folder.rfind('/')) + "//./" + folder.substr(folder.rfind('/') + 1);
+#ifdef _WIN32
+    spelled += "/x/..";
+    for (char& c : spelled)
+        c = c == '/' ? '\\' : c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+#endif
+    return spelled;
+}
+
+void PlayersFiles(InstallScene& scene)
+{
+    WriteFile(scene.content + "a.txt", "the player's a.txt");
+    WriteFile(scene.content + "cfg/own.cfg", "the player's own");
+}
+
+TEST(WorldMoves, TheUninstallFindsWhatTheInstallMadeAfterSteamIsSpelledAnewOrALibraryMoved)
+{
+    {
+        InstallScene scene;
+        PlayersFiles(scene);
+        const Tree before = Snapshot(scene.steam.Path());
+        ASSERT_EQ(scene.Install().result, InstallOutcome::Result::installed);
+        // Steam rewrote its path: the place is found anew, and an install again adds nothing.
+        SteamAccount respelled = AccountFolderEntry(SpelledAnew(scene.steam.Path()) + "/steamapps/", "player");
+        const std::string list = ReadFile(scene.removalListPath);
+        ASSERT_EQ(InstallConfig(scene.profile, respelled).result, InstallOutcome::Result::installed);
+        EXPECT_EQ(ReadFile(scene.removalListPath), list);
+        EXPECT_FALSE(UninstallConfig(scene.profile, respelled).backupKept);
+        EXPECT_EQ(Snapshot(scene.steam.Path()), before);
+    }
+    // A library moved to another folder with its backup files (as a drive back under another
+    // letter is, for Windows).
+    InstallScene scene({{"cfg/ludax/binds.cfg", "bind"}, {"a.txt", "LUDAX"}}, InstallScene::Layout::library);
+    PlayersFiles(scene);
+    TempFolder other;
+    const std::string moved = other.Path() + "/Library";
+    const Tree before = Snapshot(scene.steam.Path());
+    ASSERT_EQ(scene.Install().result, InstallOutcome::Result::installed);
+    std::filesystem::rename(scene.steam.Path(), moved);
+    SteamAccount there = LibraryEntry(moved);
+    EXPECT_FALSE(UninstallConfig(scene.profile, there).backupKept);
+    EXPECT_EQ(Snapshot(moved), before);
+    std::filesystem::rename(moved, scene.steam.Path());
+}
+
+TEST(WorldMoves, TheGameAwayKeepsEverythingUntilItIsBack)
+{
+    struct Case {
+        const char* what;
+        std::string away;  // below the account folder: moved elsewhere, and back
+        bool linked;       // the game's folder is a link to where it lives; its target goes
+    };
+    std::vector<Case> cases = {{"the game's folder moved", "counter-strike", false},
+                               {"its cstrike folder moved", "counter-strike/cstrike", false}};
+#ifndef _WIN32
+    cases.push_back({"a link to the game whose target is gone", "counter-strike", true});  // Wine: no such link
+#endif
+    for (const Case& c : cases) {
+        InstallScene scene;
+        TempFolder elsewhere;
+        const std::string folder = scene.accountFolder + "/" + c.away, parked = elsewhere.Path() + "/parked";
+        std::string target = folder;
+        if (c.linked) {
+            target = elsewhere.Path() + "/game";
+            std::filesystem::rename(folder, target);
+            ASSERT_TRUE(MakeLink(target, folder)) << c.what;
+        }
+        PlayersFiles(scene);
+        const Tree before = Snapshot(scene.steam.Path());
+        ASSERT_EQ(scene.Install().result, InstallOutcome::Result::installed) << c.what;
+        const Tree installed = Snapshot(scene.steam.Path());
+
+        std::filesystem::rename(target, parked);
+        const Tree away = Snapshot(scene.steam.Path());
+        const UninstallOutcome outcome = scene.Uninstall();
+        EXPECT_TRUE(outcome.backupKept) << c.what;
+        EXPECT_EQ(outcome.gameAway.path, folder) << c.what;
+        EXPECT_EQ(Snapshot(scene.steam.Path()), away) << c.what << ": something changed";
+        EXPECT_TRUE(scene.account.hasCs16Backup) << c.what;
+        if (c.away == "counter-strike" && !c.linked) {
+            // No install either: nothing is made in the game's place.
+            EXPECT_EQ(scene.Install().result, InstallOutcome::Result::folderFailed) << c.what;
+            EXPECT_EQ(Snapshot(scene.steam.Path()), away) << c.what << ": the install made something";
+        }
+
+        std::filesystem::rename(parked, target);
+        EXPECT_EQ(Snapshot(scene.steam.Path()), installed) << c.what;
+        EXPECT_FALSE(scene.Uninstall().backupKept) << c.what;
+        EXPECT_EQ(Snapshot(scene.steam.Path()), before) << c.what;
+    }
+}
+
+#ifndef _WIN32
+// Under Wine a link to a file looks like a file and one whose target is gone is not there at
+// all: what could not be looked at shows natively only.
+TEST(WorldMoves, WhatCouldNotBeLookedAtStaysListedUntilItCanBe)
+{
+    InstallScene scene;  // makes resource/background/x.tga, cfg/ludax/binds.cfg, ...
+    PlayersFiles(scene);
+    const Tree before = Snapshot(scene.steam.Path());
+    ASSERT_EQ(scene.Install().result, InstallOutcome::Result::installed);
+    const std::string list = ReadFile(scene.removalListPath);
+    TempFolder elsewhere;
+    const std::string resource = scene.content + "resource", moved = elsewhere.Path() + "/resource";
+    const std::string binds = scene.content + "cfg/ludax/binds.cfg", gone = elsewhere.Path() + "/gone.cfg";
+    // A folder of ours swapped for a link to it, and a file of ours for a link whose target is gone.
+    std::filesystem::rename(resource, moved);
+    ASSERT_TRUE(MakeLink(moved, resource));
+    RemovePath(binds);
+    ASSERT_TRUE(MakeLink(gone, binds));
+
+    const UninstallOutcome kept = scene.Uninstall();
+    EXPECT_TRUE(kept.backupKept);
+    EXPECT_EQ(ReadFile(moved + "/background/x.tga"), scene.files[1].data) << "deleted through a link";
+    const std::string remaining = ReadFile(scene.removalListPath);
+    for (const std::string& line : {resource + "/background/x.tga", resource + "/background", resource, binds})
+        EXPECT_NE(remaining.find(line + "\r\n"), std::string::npos) << line << " left the list:\n" << remaining;
+    EXPECT_NE(remaining, list) << "what was removed stays listed";
+
+    // The world back: the uninstall finishes.
+    RemovePath(resource);
+    std::filesystem::rename(moved, resource);
+    RemovePath(binds);
+    WriteFile(binds, scene.files[0].data);
+    EXPECT_FALSE(scene.Uninstall().backupKept);
+    EXPECT_EQ(Snapshot(scene.steam.Path()), before);
+
+    // A removal list without its archive, while something of ours stays: an empty archive keeps
+    // the uninstall offered.
+    WriteFile(scene.content + "resource/x.tga", "ours");
+    ASSERT_TRUE(MakeLink(elsewhere.Path(), scene.content + "linked"));
+    WriteFile(scene.removalListPath, scene.content + "linked/x.cfg\r\n" + scene.content + "resource/x.tga\r\n" +
+                                         scene.content + "resource\r\n");
+    EXPECT_TRUE(scene.Uninstall().backupKept);
+    EXPECT_EQ(ReadFile(scene.archivePath), archiveHeader);
+    EXPECT_EQ(ReadFile(scene.removalListPath), scene.content + "linked/x.cfg\r\n");
+    EXPECT_FALSE(Exists(scene.content + "resource"));
+}
+#endif
+
+TEST(WorldMoves, LinesAndRecordsNoInstallWroteNeverHoldTheUninstallBack)
+{
+    InstallScene scene;
+    PlayersFiles(scene);
+    const std::string game = scene.account.cs16Game;
+    WriteFile(scene.content + "cfg/config.cfg", "the player's config");
+    const Tree before = Snapshot(scene.steam.Path());
+    // Records: a segment longer than a Windows name holds, a name that is not UTF-8 (as written
+    // in a Western code page), a record running past the end. Lines: the game's folder itself,
+    // the account folder above it.
+    WriteFile(scene.archivePath, archiveHeader + Record("cfg/" + std::string(300, 'n') + ".cfg", "x") +
+                                     Record(Western("cfg/café.cfg"), "x") + Record("cfg/config.cfg", "the player's config") +
+                                     Le32(5) + "a.txt" + Le32(1000) + "cut short");
+    WriteFile(scene.removalListPath, game + "\r\n" + scene.accountFolder + "\r\n" + scene.content + "made.cfg\r\n");
+    WriteFile(scene.content + "made.cfg", "ours");
+    WriteFile(scene.content + "cfg/config.cfg", "the tournament's");
+    const UninstallOutcome outcome = scene.Uninstall();
+    EXPECT_FALSE(outcome.backupKept) << outcome.firstFailure.path;
+    EXPECT_EQ(Snapshot(scene.steam.Path()), before);
+}
+
+// Folders whose paths are 248 to 259 characters long: past what a plain CreateDirectory takes,
+// within what every other plain call does.
+TEST(WorldMoves, FolderPathsAroundTheWindowsLimitsInstallAndUninstall)
+{
+    InstallScene scene({{"cfg/a.cfg", "a"}, {"cfg/ludax/b.cfg", "b"}});
+    const std::string base = scene.steamapps;
+    for (std::size_t cfg = 248; cfg <= 259; ++cfg) {
+        // <base><name>/counter-strike/cstrike/cfg is `cfg` characters long.
+        const std::size_t fixed = base.size() + std::string("/counter-strike/cstrike/cfg").size();
+        SteamAccount place = AccountFolderEntry(base, std::string(cfg - fixed, 'p'));
+        MakeFolders(place.cs16Content);
+        const Tree before = Snapshot(place.folder);
+        ASSERT_EQ(InstallConfig(scene.profile, place).result, InstallOutcome::Result::installed) << cfg;
+        EXPECT_EQ(ReadFile(place.cs16Content + "cfg/ludax/b.cfg"), "b") << cfg;
+        EXPECT_FALSE(UninstallConfig(scene.profile, place).backupKept) << cfg;
+        EXPECT_EQ(Snapshot(place.folder), before) << cfg;
+    }
+}
+
+}  // namespace
