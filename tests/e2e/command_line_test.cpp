@@ -7,64 +7,12 @@
 #include <regex>
 #include <sstream>
 
+#include "command_run.h"
 #include "ludax_session.h"
 #include "player_pc.h"
 #include "text.h"
 
 namespace {
-
-struct CommandRun {
-    unsigned long status = 0xFFFFFFFF;  // the exit status; 0xFFFFFFFF when it did not end in time
-    std::string out;                    // standard output, as the program wrote it
-    std::string err;                    // standard error
-
-    bool operator==(const CommandRun& other) const
-    {
-        return status == other.status && out == other.out && err == other.err;
-    }
-};
-
-std::ostream& operator<<(std::ostream& out, const CommandRun& run)
-{
-    return out << "status " << run.status << ", out " << testing::PrintToString(run.out) << ", err "
-               << testing::PrintToString(run.err);
-}
-
-// Ludax.exe with `arguments` as a command line gives them (UTF-8, quoted where a value holds
-// spaces), its standard output and error redirected to files as a script's "> out 2> err" does,
-// waited for.
-CommandRun RunLudaxCommand(const std::string& arguments)
-{
-    TempFolder folder;
-    SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
-    auto inherited = [&](const std::wstring& name, DWORD access, DWORD disposition) {
-        return CreateFileW(name.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, &inheritable, disposition, 0, nullptr);
-    };
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdInput = inherited(L"NUL", GENERIC_READ, OPEN_EXISTING);
-    startup.hStdOutput = inherited(Widen(folder.Path() + "/out"), GENERIC_WRITE, CREATE_ALWAYS);
-    startup.hStdError = inherited(Widen(folder.Path() + "/err"), GENERIC_WRITE, CREATE_ALWAYS);
-    const std::wstring exe = LudaxExePath();
-    std::wstring commandLine = L"\"" + exe + L"\" " + Widen(arguments);
-    PROCESS_INFORMATION process{};
-    CommandRun run;
-    if (CreateProcessW(exe.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process)) {
-        DWORD status = 0;
-        if (WaitForSingleObject(process.hProcess, 30000) == WAIT_OBJECT_0 && GetExitCodeProcess(process.hProcess, &status))
-            run.status = status;
-        CloseHandle(process.hThread);
-        CloseHandle(process.hProcess);
-    }
-    for (HANDLE handle : {startup.hStdInput, startup.hStdOutput, startup.hStdError})
-        CloseHandle(handle);
-    run.out = ReadFile(folder.Path() + "/out");
-    run.err = ReadFile(folder.Path() + "/err");
-    return run;
-}
-
-std::string Quoted(const std::string& path) { return "\"" + path + "\""; }
 
 // Whether the log holds the line "<time>\t<action>\t<path>", every line before it stamped with
 // its time in UTC.

@@ -25,6 +25,23 @@ TEST(NothingLost, ASecondStartBringsTheRunningWindowToTheFrontAndEnds)
     LaunchedProcess second(LudaxExePath());
     EXPECT_EQ(second.WaitForExit(defaultTimeoutMs), std::optional<DWORD>(0));
     EXPECT_TRUE(WaitUntil([&] { return !IsIconic(first.window) && GetForegroundWindow() == first.window; }, 2000));
+
+    // Another program's window covers it, active in front: a third start brings it forward again.
+    RECT under{};
+    GetWindowRect(first.window, &under);
+    HWND cover = CreateWindowExW(0, L"STATIC", L"another program", WS_POPUP | WS_VISIBLE, under.left - 20, under.top - 20,
+                                 under.right - under.left + 40, under.bottom - under.top + 40, nullptr, nullptr, nullptr,
+                                 nullptr);
+    ASSERT_NE(cover, nullptr);
+    SetForegroundWindow(cover);
+    ASSERT_TRUE(WaitUntil([&] { return GetForegroundWindow() == cover; }, 2000));
+    LaunchedProcess third(LudaxExePath());
+    EXPECT_EQ(third.WaitForExit(defaultTimeoutMs), std::optional<DWORD>(0));
+    EXPECT_TRUE(WaitUntil([&] { return GetForegroundWindow() == first.window; }, 2000)) << "it stayed behind";
+    // In front of the other window, not only active: the point at its middle shows it.
+    const POINT middle{(under.left + under.right) / 2, (under.top + under.bottom) / 2};
+    EXPECT_EQ(GetAncestor(WindowFromPoint(middle), GA_ROOT), first.window);
+    DestroyWindow(cover);
     first.Close();
 }
 

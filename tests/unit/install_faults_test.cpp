@@ -1,8 +1,10 @@
 // Nothing of the player's is lost and nothing of ours left behind, whichever call into the
-// operating system fails or is the last before the process ends: the OS layer's POSIX body
-// fails, or ends the process at, the Nth call of a first install and of an uninstall, for every
-// N. Then the player does what the program offers: the install again (answering Yes) and the
-// uninstall, or just the uninstall. Either way the Steam folder must end exactly as it was.
+// operating system fails, puts down half its bytes, or is the last before the process ends or the
+// power goes: the OS layer's POSIX body does so at the Nth call of a first install, a second
+// install and an uninstall, for every N, and at every pair of calls of an uninstall; also with the
+// world changed between install and uninstall. Then the player does what the program offers: the
+// install again (answering Yes) and the uninstall, or just the uninstall, with the world put back.
+// The Steam folder must end exactly as it was.
 #ifndef _WIN32
 #include <gtest/gtest.h>
 
@@ -11,9 +13,11 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 #include <functional>
 
 #include "fault_injection.h"
+#include "find_games.h"
 #include "install_scene.h"
 
 namespace {
@@ -31,13 +35,14 @@ void PlayersGame(InstallScene& scene)
 }
 
 struct Tally {
-    std::uint64_t calls = 0;  // calls into the OS layer when nothing fails
+    std::uint64_t runs = 0;
     std::uint64_t lostBytes = 0;  // of the player's files: missing, or not as they were
-    int leftBehind = 0;       // entries that were not there before
+    int leftBehind = 0;           // entries that were not there before
 };
 
 void Compare(const Tree& before, const Tree& after, Tally& tally, const std::string& what)
 {
+    ++tally.runs;
     for (const auto& [path, bytes] : before) {
         const auto now = after.find(path);
         if (now == after.end() || now->second != bytes) {
@@ -52,36 +57,124 @@ void Compare(const Tree& before, const Tree& after, Tally& tally, const std::str
         }
 }
 
-// One operation under faults: it returns what it could not do and why (nothing when it says it
-// finished), and `keeps` tells whether what "finished" promises holds.
+// Where the test keeps what it moves away, and the game when it lives behind a link.
+struct Elsewhere {
+    TempFolder folder;
+    std::string Path(const std::string& name) const { return folder.Path() + "/" + name; }
+};
+
+// The world a scene lives in: what the install sees, and what the uninstall sees after `change`
+// (the place as the program finds it then), until `putBack`.
+struct World {
+    const char* what;
+    InstallScene::Layout layout;
+    std::function<void(InstallScene&, Elsewhere&)> prepare;
+    std::function<SteamAccount(InstallScene&, Elsewhere&)> change;
+    std::function<void(InstallScene&, Elsewhere&)> putBack;
+};
+
+const auto nothing = [](InstallScene&, Elsewhere&) {};
+const auto same = [](InstallScene& scene, Elsewhere&) { return scene.account; };
+
+// What the player owns: the Steam folder, and where the game lives when a link leads to it.
+Tree Everything(const InstallScene& scene, const Elsewhere& elsewhere)
+{
+    Tree all;
+    for (const auto& [path, bytes] : Snapshot(scene.steam.Path()))
+        all["steam/" + path] = bytes;
+    for (const auto& [path, bytes] : Snapshot(elsewhere.folder.Path()))
+        all["elsewhere/" + path] = bytes;
+    return all;
+}
+
+const World unchanged{"", InstallScene::Layout::account, nothing, same, nothing};
+
+const std::vector<World> worlds = {
+    {"SteamPath spelled anew", InstallScene::Layout::account, nothing,
+     [](InstallScene& scene, Elsewhere&) {
+         return AccountFolderEntry(SpelledAnew(scene.steam.Path()) + "/steamapps/", "player");
+     },
+     nothing},
+    {"the library renamed, and libraryfolders.vdf with it", InstallScene::Layout::library, nothing,
+     [](InstallScene& scene, Elsewhere&) {
+         const std::string renamed = scene.steam.Path() + "-renamed";
+         std::filesystem::rename(scene.steam.Path(), renamed);
+         TempFolder steam;  // the Steam folder that lists the library
+         WriteFile(steam.Path() + "/steamapps/libraryfolders.vdf", LibraryList({renamed}));
+         const std::vector<SteamAccount> places = FindGames(steam.Path() + "/steamapps/").places;
+         return places.empty() ? SteamAccount() : places.front();
+     },
+     [](InstallScene& scene, Elsewhere&) { std::filesystem::rename(scene.steam.Path() + "-renamed", scene.steam.Path()); }},
+    {"the game's folder moved away", InstallScene::Layout::account, nothing,
+     [](InstallScene& scene, Elsewhere& elsewhere) {
+         std::filesystem::rename(scene.account.cs16Game, elsewhere.Path("parked"));
+         return scene.account;
+     },
+     [](InstallScene& scene, Elsewhere& elsewhere) { std::filesystem::rename(elsewhere.Path("parked"), scene.account.cs16Game); }},
+    {"the target of the link to the game removed", InstallScene::Layout::account,
+     [](InstallScene& scene, Elsewhere& elsewhere) {
+         std::filesystem::rename(scene.account.cs16Game, elsewhere.Path("game"));
+         std::filesystem::create_directory_symlink(elsewhere.Path("game"), scene.account.cs16Game);
+     },
+     [](InstallScene& scene, Elsewhere& elsewhere) {
+         std::filesystem::rename(elsewhere.Path("game"), elsewhere.Path("parked"));
+         return scene.account;
+     },
+     [](InstallScene&, Elsewhere& elsewhere) { std::filesystem::rename(elsewhere.Path("parked"), elsewhere.Path("game")); }},
+    {"a folder of ours swapped for a link", InstallScene::Layout::account, nothing,
+     [](InstallScene& scene, Elsewhere& elsewhere) {
+         std::filesystem::rename(scene.content + "resource", elsewhere.Path("resource"));
+         std::filesystem::create_directory_symlink(elsewhere.Path("resource"), scene.content + "resource");
+         return scene.account;
+     },
+     [](InstallScene& scene, Elsewhere& elsewhere) {
+         std::filesystem::remove(scene.content + "resource");
+         std::filesystem::rename(elsewhere.Path("resource"), scene.content + "resource");
+     }},
+};
+
+// One operation under faults, on the place as the program finds it: it returns what it could not
+// do and why (nothing when it says it finished), and `keeps` tells whether what "finished"
+// promises holds, once the world is back.
 struct Operation {
-    std::function<sys::Failure(InstallScene&)> run;
-    std::function<bool(InstallScene&, const Tree& before)> keeps;
+    std::function<sys::Failure(InstallScene&, SteamAccount&)> run;
+    std::function<bool(InstallScene&, const Tree& before, const Tree& now)> keeps;
 };
 
 // "Installed" promises every file of the set as shipped.
 const Operation install{
-    [](InstallScene& scene) {
-        const InstallOutcome outcome = scene.Install();
+    [](InstallScene& scene, SteamAccount& place) {
+        const InstallOutcome outcome = InstallConfig(scene.profile, place);
         return outcome.result == InstallOutcome::Result::installed ? sys::Failure()
                                                                    : sys::Failure{outcome.path, outcome.reason};
     },
-    [](InstallScene& scene, const Tree&) { return scene.PayloadWritten(); }};
+    [](InstallScene& scene, const Tree&, const Tree&) { return scene.PayloadWritten(); }};
 
-// "Uninstalled" promises the Steam folder as it was before the first install; "kept" names why.
+// "Uninstalled" promises everything as it was before the first install; "kept" names why.
 const Operation uninstall{
-    [](InstallScene& scene) {
-        const UninstallOutcome outcome = scene.Uninstall();
+    [](InstallScene& scene, SteamAccount& place) {
+        const UninstallOutcome outcome = UninstallConfig(scene.profile, place);
         EXPECT_EQ(outcome.backupKept, outcome.firstFailure.Failed());
         return outcome.firstFailure;
     },
-    [](InstallScene& scene, const Tree& before) { return Snapshot(scene.steam.Path()) == before; }};
+    [](InstallScene&, const Tree& before, const Tree& now) { return now == before; }};
 
-// Runs `operation` with call `nth` failing, or in a child process ended at call `nth`.
-void Inject(std::uint64_t nth, Mode mode, const std::function<void()>& operation)
+struct Fault {
+    Mode mode;
+    std::uint64_t nth;
+    std::uint64_t alsoNth = 0;
+    std::string Describe() const
+    {
+        const char* names[] = {"failing call ", "half a write at call ", "ended at call ", "power cut at call "};
+        return names[static_cast<int>(mode)] + std::to_string(nth) + (alsoNth ? " and " + std::to_string(alsoNth) : "");
+    }
+};
+
+// Runs `operation` under `fault`: here when calls fail, in a child process that ends otherwise.
+void Inject(const Fault& fault, const std::function<void()>& operation)
 {
-    if (mode == Mode::fail) {
-        sys::faults::Arm(nth, Mode::fail);
+    if (fault.mode == Mode::fail || fault.mode == Mode::partialWrite) {
+        sys::faults::Arm(fault.nth, fault.mode, fault.alsoNth);
         operation();
         sys::faults::Arm(0, Mode::fail);
         return;
@@ -89,7 +182,7 @@ void Inject(std::uint64_t nth, Mode mode, const std::function<void()>& operation
     std::fflush(nullptr);
     const pid_t child = fork();
     if (child == 0) {
-        sys::faults::Arm(nth, Mode::end);
+        sys::faults::Arm(fault.nth, fault.mode);
         operation();
         _exit(0);
     }
@@ -98,72 +191,118 @@ void Inject(std::uint64_t nth, Mode mode, const std::function<void()>& operation
     ASSERT_TRUE(WIFEXITED(status));
 }
 
-// The calls `operation` makes into the OS layer when nothing fails.
-std::uint64_t CallsOf(const std::function<void(InstallScene&)>& setUp, const Operation& operation)
+// One run: the scene set up, the world changed, the operation under the fault, the world put
+// back, then what the program offers next (it reads the installed state from the disk).
+void RunOnce(const char* what, const World& world, const std::function<void(InstallScene&)>& setUp,
+             const Operation& operation, const Fault& fault, bool installAgain, Tally& tally)
 {
-    InstallScene scene;
+    const std::string where = std::string(what) + (*world.what ? std::string(", ") + world.what : "") + ", " +
+                              fault.Describe() + (installAgain ? ", then install and uninstall" : ", then uninstall");
+    InstallScene scene(testPayload, world.layout);
+    Elsewhere elsewhere;
+    world.prepare(scene, elsewhere);
+    PlayersGame(scene);
+    const Tree before = Everything(scene, elsewhere);
+    setUp(scene);
+    SteamAccount place = world.change(scene, elsewhere);
+    sys::Failure failure{"<did not run>", {}};
+    Inject(fault, [&] { failure = operation.run(scene, place); });
+    world.putBack(scene, elsewhere);
+    if (fault.mode == Mode::fail || fault.mode == Mode::partialWrite) {
+        if (failure.Failed()) {
+            // Only the failed calls fail: the reason named is theirs, unless the world stands in the way.
+            if (!*world.what) {
+                EXPECT_EQ(failure.reason, sys::Reason::System(EIO)) << where << ": " << failure.path;
+            }
+        } else {
+            EXPECT_TRUE(operation.keeps(scene, before, Everything(scene, elsewhere))) << where << ": said it finished";
+        }
+    }
+    if (installAgain) {
+        EXPECT_EQ(scene.Install().result, InstallOutcome::Result::installed) << where;
+    }
+    if (Exists(scene.archivePath)) {
+        EXPECT_FALSE(scene.Uninstall().backupKept) << where;
+    }
+    Compare(before, Everything(scene, elsewhere), tally, where);
+}
+
+// The calls `operation` makes into the OS layer when nothing fails.
+std::uint64_t CallsOf(const World& world, const std::function<void(InstallScene&)>& setUp, const Operation& operation)
+{
+    InstallScene scene(testPayload, world.layout);
+    Elsewhere elsewhere;
+    world.prepare(scene, elsewhere);
     PlayersGame(scene);
     setUp(scene);
+    SteamAccount place = world.change(scene, elsewhere);
     sys::faults::Arm(0, Mode::fail);
-    operation.run(scene);
-    return sys::faults::Calls();
+    operation.run(scene, place);
+    const std::uint64_t calls = sys::faults::Calls();
+    world.putBack(scene, elsewhere);
+    return calls;
 }
 
-// Injects a fault at every call of `operation` (after `setUp`), in both modes, and recovers
-// both ways. A failed call's own reason (the hook's I/O error) is what the outcome names, and
-// an operation that says it finished keeps its promise.
-Tally InjectEverywhere(const char* what, const std::function<void(InstallScene&)>& setUp, const Operation& operation)
+const auto installed = [](InstallScene& scene) { scene.Install(); };
+
+TEST(FaultInjection, NoFailedCallHalfWriteKillOrPowerCutCostsAPlayersByteOrLeavesAnythingBehind)
 {
     Tally tally;
-    tally.calls = CallsOf(setUp, operation);
-    EXPECT_GT(tally.calls, 20u) << what;
-    for (Mode mode : {Mode::fail, Mode::end})
-        for (std::uint64_t nth = 1; nth <= tally.calls; ++nth)
-            for (bool installAgain : {true, false}) {
-                const std::string where = std::string(what) + (mode == Mode::end ? " ended at call " : " failing call ") +
-                                          std::to_string(nth) + (installAgain ? ", then install and uninstall" : ", then uninstall");
-                InstallScene scene;
-                PlayersGame(scene);
-                const Tree before = Snapshot(scene.steam.Path());
-                setUp(scene);
-                Inject(nth, mode, [&] {
-                    const sys::Failure failure = operation.run(scene);
-                    if (mode == Mode::end)
-                        return;
-                    if (failure.Failed()) {
-                        EXPECT_EQ(failure.reason, sys::Reason::System(EIO)) << where << ": " << failure.path;
-                    } else {
-                        EXPECT_TRUE(operation.keeps(scene, before)) << where << ": said it finished";
-                    }
-                });
-                // What the program offers next: it reads the installed state from the disk.
-                if (installAgain) {
-                    EXPECT_EQ(scene.Install().result, InstallOutcome::Result::installed) << where;
-                }
-                if (Exists(scene.archivePath)) {
-                    EXPECT_FALSE(scene.Uninstall().backupKept) << where;
-                }
-                Compare(before, Snapshot(scene.steam.Path()), tally, where);
-            }
-    return tally;
+    const struct {
+        const char* what;
+        std::function<void(InstallScene&)> setUp;
+        const Operation& operation;
+    } operations[] = {
+        {"first install", [](InstallScene&) {}, install},
+        // Installed already: the backup files must be read whole before anything is added to them.
+        {"second install", installed, install},
+        {"uninstall", installed, uninstall},
+    };
+    std::string calls;
+    for (const auto& o : operations) {
+        const std::uint64_t count = CallsOf(unchanged, o.setUp, o.operation);
+        EXPECT_GT(count, 20u) << o.what;
+        calls += (calls.empty() ? "" : ", ") + std::string(o.what) + " " + std::to_string(count);
+        for (Mode mode : {Mode::fail, Mode::partialWrite, Mode::end, Mode::powerCut})
+            for (std::uint64_t nth = 1; nth <= count; ++nth)
+                for (bool installAgain : {true, false})
+                    RunOnce(o.what, unchanged, o.setUp, o.operation, {mode, nth}, installAgain, tally);
+    }
+    std::printf("fault injection: calls made by a %s; each failed, half-written, ended and cut by a power cut in turn, "
+                "%llu runs: lost bytes %llu, entries left behind %d\n",
+                calls.c_str(), static_cast<unsigned long long>(tally.runs),
+                static_cast<unsigned long long>(tally.lostBytes), tally.leftBehind);
+    EXPECT_EQ(tally.lostBytes, 0u);
+    EXPECT_EQ(tally.leftBehind, 0);
 }
 
-TEST(FaultInjection, NoKillAndNoFailedCallCostsAPlayersByteOrLeavesAnythingBehind)
+TEST(FaultInjection, TwoFailuresInOneUninstallCostNothingEither)
 {
-    const auto installed = [](InstallScene& s) { s.Install(); };
-    const Tally first = InjectEverywhere("first install", [](InstallScene&) {}, install);
-    // Installed already: the backup files must be read whole before anything is added to them.
-    const Tally again = InjectEverywhere("second install", installed, install);
-    const Tally undone = InjectEverywhere("uninstall", installed, uninstall);
-    std::printf("fault injection: a first install makes %llu calls, a second %llu, an uninstall %llu; each call failed "
-                "once and ended at once (%llu, %llu and %llu faults), each followed by install and uninstall, and by "
-                "uninstall alone; lost bytes %llu, entries left behind %d\n",
-                static_cast<unsigned long long>(first.calls), static_cast<unsigned long long>(again.calls),
-                static_cast<unsigned long long>(undone.calls), 2ull * first.calls, 2ull * again.calls, 2ull * undone.calls,
-                static_cast<unsigned long long>(first.lostBytes + again.lostBytes + undone.lostBytes),
-                first.leftBehind + again.leftBehind + undone.leftBehind);
-    EXPECT_EQ(first.lostBytes + again.lostBytes + undone.lostBytes, 0u);
-    EXPECT_EQ(first.leftBehind + again.leftBehind + undone.leftBehind, 0);
+    // A file that will not go and then the removal list's draft, a folder that can be neither
+    // removed nor listed: every pair of failing calls.
+    Tally tally;
+    const std::uint64_t count = CallsOf(unchanged, installed, uninstall);
+    for (std::uint64_t nth = 1; nth <= count; ++nth)
+        for (std::uint64_t also = nth + 1; also <= count + 2; ++also)
+            RunOnce("uninstall", unchanged, installed, uninstall, {Mode::fail, nth, also}, false, tally);
+    std::printf("two failures in one uninstall: %llu runs, lost bytes %llu, entries left behind %d\n",
+                static_cast<unsigned long long>(tally.runs), static_cast<unsigned long long>(tally.lostBytes),
+                tally.leftBehind);
+}
+
+TEST(FaultInjection, TheWorldChangedBetweenInstallAndUninstallCostsNothing)
+{
+    Tally tally;
+    for (const World& world : worlds) {
+        const std::uint64_t count = CallsOf(world, installed, uninstall);
+        for (Mode mode : {Mode::fail, Mode::end, Mode::powerCut})
+            for (std::uint64_t nth = 0; nth <= count; ++nth)  // 0: no fault at all
+                RunOnce("uninstall", world, installed, uninstall, {mode, nth}, false, tally);
+    }
+    std::printf("the world changed between install and uninstall: %zu changes, %llu runs, lost bytes %llu, entries "
+                "left behind %d\n",
+                worlds.size(), static_cast<unsigned long long>(tally.runs),
+                static_cast<unsigned long long>(tally.lostBytes), tally.leftBehind);
 }
 
 }  // namespace

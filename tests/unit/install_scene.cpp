@@ -47,3 +47,14 @@ bool InstallScene::PayloadWritten() const
             return false;
     return true;
 }
+
+std::string SpelledAnew(const std::string& folder)
+{
+    std::string spelled = folder.substr(0, folder.rfind('/')) + "//./" + folder.substr(folder.rfind('/') + 1);
+#ifdef _WIN32
+    spelled += "/x/..";
+    for (char& c : spelled)
+        c = c == '/' ? '\\' : c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+#endif
+    return spelled;
+}

@@ -54,3 +54,7 @@ private:
     std::vector<char> packed;
     EmbeddedContainer payload{};
 };
+
+// A folder spelled as Windows reads the same folder: natively what POSIX resolves as well (doubled
+// separators, "."), on Windows also another letter case, backslashes and "..".
+std::string SpelledAnew(const std::string& folder);

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <filesystem>
+#include <functional>
 #include <fstream>
 #include <iterator>
 #include <random>
@@ -10,6 +11,8 @@
 
 #ifdef _WIN32
 #include <windows.h>
+
+#include <cctype>
 #else
 #include <unistd.h>
 #endif
@@ -219,25 +222,53 @@ std::string UnixPathOf(const std::string& path)
 
 }  // namespace
 
-bool MakeLink(const std::string& target, const std::string& link)
+namespace {
+
+// Runs a Unix command line; Wine starts a Unix program but cannot wait for it, so the caller
+// waits until what it makes shows.
+bool RunUnix(const std::string& program, std::string command)
 {
-    const std::string unixTarget = UnixPathOf(target), unixLink = UnixPathOf(link);
-    if (unixTarget.empty() || unixLink.empty())
-        return false;
-    // Wine starts a Unix program but cannot wait for it: wait until the link shows.
-    std::string command = "/bin/ln -s \"" + unixTarget + "\" \"" + unixLink + "\"";
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
-    if (!CreateProcessA("Z:\\bin\\ln", &command[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                        &startup, &process))
+    if (!CreateProcessA(program.c_str(), &command[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process))
         return false;
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
-    auto shows = [&] { return GetFileAttributesW(fs::u8path(link).wstring().c_str()) != INVALID_FILE_ATTRIBUTES; };
+    return true;
+}
+
+bool Soon(const std::function<bool()>& shows)
+{
     for (int wait = 0; wait < 500 && !shows(); ++wait)
         Sleep(10);
     return shows();
+}
+
+}  // namespace
+
+bool MapDrive(const std::string& letter, const std::string& folder)
+{
+    // The prefix's drive C: is its dosdevices/c:, which lies beside the other letters.
+    std::string devices = UnixPathOf("C:\\");
+    devices = devices.substr(0, devices.find_last_of('/', devices.size() - 2) + 1);
+    const std::string drive = letter + ":\\";
+    const std::string name = std::string(1, static_cast<char>(std::tolower(static_cast<unsigned char>(letter[0])))) + ":";
+    if (folder.empty())
+        return RunUnix("Z:\\bin\\rm", "/bin/rm -f \"" + devices + name + "\"") &&
+               Soon([&] { return GetFileAttributesA(drive.c_str()) == INVALID_FILE_ATTRIBUTES; });
+    const std::string target = UnixPathOf(folder);
+    return !target.empty() &&
+           RunUnix("Z:\\bin\\ln", "/bin/ln -sfn \"" + target + "\" \"" + devices + name + "\"") &&
+           Soon([&] { return GetFileAttributesA(drive.c_str()) != INVALID_FILE_ATTRIBUTES; });
+}
+
+bool MakeLink(const std::string& target, const std::string& link)
+{
+    const std::string unixTarget = UnixPathOf(target), unixLink = UnixPathOf(link);
+    return !unixTarget.empty() && !unixLink.empty() &&
+           RunUnix("Z:\\bin\\ln", "/bin/ln -s \"" + unixTarget + "\" \"" + unixLink + "\"") &&
+           Soon([&] { return GetFileAttributesW(fs::u8path(link).wstring().c_str()) != INVALID_FILE_ATTRIBUTES; });
 }
 
 LockedFile::LockedFile(const std::string& path)

@@ -42,6 +42,12 @@ Tree Snapshot(const std::string& folder);
 // when no link could be made.
 bool MakeLink(const std::string& target, const std::string& link);
 
+#ifdef _WIN32
+// Wine only: the drive `letter` ("M") leads to `folder` (a drive's letter in the prefix's
+// dosdevices, as Wine keeps them), or to nothing with an empty folder. False when it could not.
+bool MapDrive(const std::string& letter, const std::string& folder);
+#endif
+
 // A 32-bit field lowest byte first, and a record of the payload and backup formats: the name's
 // length, the name, the data's length, the data. Typed here, so that no test takes its expected
 // bytes from the code under test.

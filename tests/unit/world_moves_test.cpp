@@ -54,19 +54,6 @@ TEST(RemovalLines, NameWhatTheyNamedWhereverTheFoldersAboveTheGameAreNow)
         EXPECT_EQ(LineAtPlace(c.line, c.game, c.place), c.now) << c.line;
 }
 
-// The Steam folder spelled as Windows reads the same folder: natively what POSIX resolves as well
-// (doubled separators, "."), on Windows also another letter case, backslashes and "..".
-std::string SpelledAnew(const std::string& folder)
-{
-    std::string spelled = folder.substr(0, folder.rfind('/')) + "//./" + folder.substr(folder.rfind('/') + 1);
-#ifdef _WIN32
-    spelled += "/x/..";
-    for (char& c : spelled)
-        c = c == '/' ? '\\' : c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-#endif
-    return spelled;
-}
-
 void PlayersFiles(InstallScene& scene)
 {
     WriteFile(scene.content + "a.txt", "the player's a.txt");
