@@ -164,6 +164,7 @@ InstallOutcome WriteAhead(const BackupFiles& backup, const Cover& cover, const s
                           const std::vector<std::string>& lines)
 {
     Appending archive, list;
+    InstallOutcome stop;  // a player's file that could not be backed up
     const bool header = !cover.archiveExists || cover.archiveEnd == 0;
     if (header || std::any_of(steps.begin(), steps.end(), [](const Step& step) { return step.backUp; })) {
         archive.file.emplace(cover.archiveExists ? OutputFile::Continue(backup.archive, cover.archiveEnd)
@@ -174,13 +175,12 @@ InstallOutcome WriteAhead(const BackupFiles& backup, const Cover& cover, const s
         for (const Step& step : steps) {
             const sys::Status recorded = step.backUp ? AppendBackupRecord(*archive.file, step.name, step.target) : sys::Status();
             if (!recorded) {
-                static_cast<void>(archive.file->CutBack(archive.start));
-                static_cast<void>(archive.file->Close());
-                return {Result::backupFailed, step.target, recorded.Why()};
+                stop = {Result::backupFailed, step.target, recorded.Why()};
+                break;
             }
         }
     }
-    if (!cover.listExists || !lines.empty()) {
+    if (stop.result == Result::installed && (!cover.listExists || !lines.empty())) {
         list.file.emplace(cover.listExists ? OutputFile::Continue(backup.removalList, cover.listExtent.linesEnd)
                                            : OutputFile::Create(backup.removalList));
         list.start = list.file->End();
@@ -189,9 +189,11 @@ InstallOutcome WriteAhead(const BackupFiles& backup, const Cover& cover, const s
             static_cast<void>(list.file->CutBack(list.start));  // no half line may stay for the uninstall to read
     }
     const sys::Status listed = Finish(list);
-    if (!listed && archive.file)
+    if ((!listed || stop.result != Result::installed) && archive.file)
         static_cast<void>(archive.file->CutBack(archive.start));
     const sys::Status recorded = Finish(archive);
+    if (stop.result != Result::installed)
+        return stop;
     if (!recorded)
         return {Result::writeFailed, backup.archive, recorded.Why()};
     if (!listed)

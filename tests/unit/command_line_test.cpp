@@ -2,6 +2,8 @@
 // exit status it ends with.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "command_line.h"
 #include "game_profile.h"
 #include "run_command.h"
@@ -122,6 +124,41 @@ TEST(CommandLine, AnInstallThatStopsIs6AndAnUninstallThatKeepsItsBackupsIs7)
     EXPECT_EQ(kept.err, "Counter Strike LUDAX config uninstalled!\nSome files could not be put back or removed, so the "
                         "backup was kept. Close the programs that use the game's files, free some disk space, then "
                         "uninstall again.\n");
+
+    // The game away: nothing changes, and the same status.
+    RemovePath(place.cs16Content + "config.cfg/in the way");
+    const std::string cstrike = place.cs16Game + "/cstrike";
+    std::filesystem::rename(std::filesystem::u8path(cstrike), std::filesystem::u8path(place.cs16Game + "/parked"));
+    const Tree away = Snapshot(steam.Apps());
+    const CommandResult gone = Ask({"/uninstall", "cs16"});
+    EXPECT_EQ(gone.status, 7);
+    EXPECT_EQ(gone.err, "The game's folder is not there:\n" + cstrike +
+                            "\nNothing was changed and the backup was kept. Put the game back where it was, then "
+                            "uninstall again.\n");
+    EXPECT_EQ(Snapshot(steam.Apps()), away);
+    std::filesystem::rename(std::filesystem::u8path(place.cs16Game + "/parked"), std::filesystem::u8path(cstrike));
+}
+
+TEST(CommandLine, ALogAmongTheGamesFilesOrTheBackupFilesIsRefusedBeforeAnythingIsWritten)
+{
+    RegisteredSteam steam;
+    const SteamAccount place = AccountFolderEntry(steam.Apps(), "player");
+    WriteFile(place.cs16Content + "config.cfg", "player's config");
+    WriteFile(place.cssContent + "cfg/config.cfg", "player's config");
+    const Tree before = Snapshot(steam.Apps());
+    for (const std::string& log : {place.cs16Content + "config.cfg", place.cssGame + "/new.log",
+                                   place.folder + "/cssludax.bak", place.folder + "/cs16ludax_1.bak.new",
+                                   place.cs16Game + "/./cstrike/../x.log"}) {
+        const CommandResult refused = Ask({"/install", "cs16", "/log", log});
+        EXPECT_EQ(refused.status, 1) << log;
+        EXPECT_EQ(refused.err, "The log " + log +
+                                   " would be written among a game's files or into the backup files: name a file "
+                                   "elsewhere.\n");
+    }
+    EXPECT_EQ(Snapshot(steam.Apps()), before);
+    // Beside the game's folder, and a name that only starts like a backup file's: a log.
+    EXPECT_EQ(Ask({"/install", "cs16", "/log", place.folder + "/cs16ludax.bak.log"}).status, 0);
+    EXPECT_TRUE(Exists(place.folder + "/cs16ludax.bak.log"));
 }
 
 }  // namespace
