@@ -68,7 +68,7 @@ void Ludax::Install(const GameActions& game)
         ShowInstalled(game, *place);
         return;
     }
-    const InstallOutcome outcome = InstallConfig(game.profile, *place, log);
+    const InstallOutcome outcome = InstallConfig(game.profile, *place, actions);
     if (outcome.result != InstallOutcome::Result::installed)
         EndWithMessage(texts::InstallStopped(outcome), texts::hibaColonCaption, MB_OK);
     ShowInstalled(game, *place);
@@ -80,12 +80,12 @@ void Ludax::Uninstall(const GameActions& game)
     SteamAccount* place = SelectedAccount();
     if (place == nullptr || !GameClosed(game))
         return;
-    const UninstallOutcome outcome = UninstallConfig(game.profile, *place, log);
+    const UninstallOutcome outcome = UninstallConfig(game.profile, *place, actions);
     ShowInstalled(game, *place);
     if (outcome.gameAway.Failed())
         ShowMessage(texts::GameAway(outcome.gameAway.path), texts::hibaColonCaption, MB_OK | MB_ICONWARNING);
     else
-        ShowMessage(texts::Uninstalled(game.texts, outcome.backupKept), texts::messageCaption, MB_ICONINFORMATION);
+        ShowMessage(texts::Uninstalled(game.texts, outcome), texts::messageCaption, MB_ICONINFORMATION);
 }
 
 void Ludax::Cs16Install() { Install(cs16Actions); }

@@ -15,7 +15,7 @@ CommandOutput::CommandOutput(DWORD which) : handle(GetStdHandle(which))
 
 void CommandOutput::Write(const std::string& text)
 {
-    if (text.empty() || handle == nullptr || handle == INVALID_HANDLE_VALUE)
+    if (text.empty() || !Reaches())
         return;
     std::string lines;
     for (char c : text)

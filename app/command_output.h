@@ -12,6 +12,9 @@
 class CommandOutput {
 public:
     explicit CommandOutput(DWORD which);  // STD_OUTPUT_HANDLE or STD_ERROR_HANDLE
+    // False when the text would reach nobody: nothing redirected and no console to attach to (a
+    // start from Explorer or a shortcut).
+    bool Reaches() const { return handle != nullptr && handle != INVALID_HANDLE_VALUE; }
     // Writes `text`, each '\n' as CR LF.
     void Write(const std::string& text);
 

@@ -29,20 +29,23 @@ constexpr SIZE closeClickArea{42, 29};
 
 }  // namespace
 
-void EndWithMessage(const std::string& text, const char* caption, UINT style)
+void Ludax::EndWithMessage(const std::string& text, const char* caption, UINT style)
 {
     MessageBoxW(nullptr, Wide(text).c_str(), Wide(caption).c_str(), style);
+    if (log)
+        log->End(-1, text);
     std::exit(-1);
 }
 
-Ludax::Ludax(ActionLog log) : log(std::move(log))
+Ludax::Ludax(const std::string& steamFolder, RunLog* log) : log(log), actions(log ? log->Actions() : ActionLog())
 {
     if (HDC screen = GetDC(nullptr)) {
         dpi = GetDeviceCaps(screen, LOGPIXELSY) > 0 ? GetDeviceCaps(screen, LOGPIXELSY) : 96;
         ReleaseDC(nullptr, screen);
     }
     CreateNativeWindow();
-    const SteamPath steam = ReadSteamappsPath();
+    // Named on the command line, Steam's folder is used as it is; else the registry says.
+    const SteamPath steam = steamFolder.empty() ? ReadSteamappsPath() : FindSteam(steamFolder);
     if (steam.read == sys::RegistryRead::keyMissing)
         EndWithMessage(texts::registryFailed, texts::errorCaption, MB_OK);
     if (steam.read == sys::RegistryRead::valueUnreadable)

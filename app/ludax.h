@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "action_log.h"
+#include "run_log.h"
 #include "logo.h"
 #include "steam_account.h"
 
@@ -36,9 +37,11 @@ struct LudaxLayout {
 //                 and what their outcomes show
 class Ludax final : public LudaxLayout {
 public:
-    // Builds and opens the window; ends the process when the window cannot be made or when
-    // Steam or a game cannot be found. What the buttons' installs and uninstalls do goes to `log`.
-    explicit Ludax(ActionLog log = {});
+    // Builds and opens the window on the Steam folder `steamFolder` names, or the registry's
+    // when it is empty; ends the process when the window cannot be made or when Steam or a game
+    // cannot be found. What the buttons' installs and uninstalls do goes to `log`, when given,
+    // and so does a fatal end.
+    Ludax(const std::string& steamFolder, RunLog* log);
     ~Ludax();
     Ludax(const Ludax&) = delete;
     Ludax& operator=(const Ludax&) = delete;
@@ -90,12 +93,17 @@ private:
     void CssInstall();
     void CssUninstall();
 
+    // Shows an ownerless message box, then ends the process with exit status -1: the program's
+    // one way of stopping when it cannot go on. The log records the end.
+    [[noreturn]] void EndWithMessage(const std::string& text, const char* caption, UINT style);
+
     HWND window = nullptr;
     int dpi = 96;          // the screen's pixels per inch; every size below is given at 96
     HWND focus = nullptr;  // the control that had the keyboard focus when the window lost it
     std::vector<Connection> connections;
 
-    ActionLog log;
+    RunLog* log;
+    ActionLog actions;  // what the buttons' installs and uninstalls do, for the log
     std::string steamappsPath;
     std::vector<SteamAccount> accounts;
     BgraImage logo;
@@ -103,6 +111,3 @@ private:
     std::uint8_t fadeLevel = 0;
 };
 
-// Shows an ownerless message box, then ends the process with exit status -1: the program's one
-// way of stopping when it cannot go on.
-[[noreturn]] void EndWithMessage(const std::string& text, const char* caption, UINT style);

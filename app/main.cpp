@@ -13,6 +13,7 @@
 #include "find_games.h"
 #include "ludax.h"
 #include "run_command.h"
+#include "run_log.h"
 #include "scoped_handle.h"
 #include "steam_path.h"
 #include "texts.h"
@@ -40,19 +41,41 @@ std::vector<std::string> Arguments()
     return args;
 }
 
-int RunWithoutWindow(const Command& command)
+// Writes a command's text where its script reads it; started from Explorer or a shortcut, with
+// no console and nothing redirected, a message box shows it instead.
+void Say(const std::string& text, DWORD which, UINT icon)
 {
-    CommandOutput out(STD_OUTPUT_HANDLE), err(STD_ERROR_HANDLE);
+    CommandOutput output(which);
+    if (output.Reaches())
+        output.Write(text);
+    else if (!text.empty())
+        MessageBoxW(nullptr, Wide(text).c_str(), Wide(texts::windowTitle).c_str(), MB_OK | icon);
+}
+
+int Finish(const CommandResult& result)
+{
+    Say(result.out, STD_OUTPUT_HANDLE, MB_ICONINFORMATION);
+    Say(result.err, STD_ERROR_HANDLE, MB_ICONWARNING);
+    return result.status;
+}
+
+// A run that ends before its command does (a command line the program does not take, another
+// copy running) is logged all the same, where its command line names a log.
+int Refuse(const std::string& logPath, const std::string& steamFolder, const std::string& commandLine,
+           const CommandResult& refusal)
+{
+    const std::vector<SteamAccount> places = logPath.empty() ? std::vector<SteamAccount>() : PlacesAt(FindSteam(steamFolder));
+    return Finish(Logged(logPath, places, commandLine, [&](const ActionLog&) { return refusal; }));
+}
+
+int RunWithoutWindow(const Command& command, const std::string& commandLine)
+{
     // The usage changes nothing, so it runs beside any other copy.
     ScopedKernelObject copy;
-    if (command.kind != Command::Kind::usage && !(copy = OnlyCopy()).IsValid()) {
-        err.Write(texts::command::anotherCopy);
-        return exitStatus::anotherCopy;
-    }
-    const CommandResult result = RunCommand(command);
-    out.Write(result.out);
-    err.Write(result.err);
-    return result.status;
+    if (command.kind != Command::Kind::usage && !(copy = OnlyCopy()).IsValid())
+        return Refuse(command.logPath, command.steamFolder, commandLine,
+                      {exitStatus::anotherCopy, std::string(), texts::command::anotherCopy, std::string()});
+    return Finish(RunCommand(command, commandLine));
 }
 
 }  // namespace
@@ -66,14 +89,15 @@ void __verbose_terminate_handler() { std::abort(); }
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
 {
+    const std::vector<std::string> args = Arguments();
+    const std::string commandLine = CommandLineText(args);
     Command command;
     std::string error;
-    if (!ParseCommandLine(Arguments(), command, error)) {
-        CommandOutput(STD_ERROR_HANDLE).Write(error + "\n\n" + texts::command::usage);
-        return exitStatus::badCommandLine;
-    }
+    if (!ParseCommandLine(args, command, error))
+        return Refuse(SwitchValue(args, "log"), SwitchValue(args, "steam"), commandLine,
+                      {exitStatus::badCommandLine, std::string(), error + "\n\n" + texts::command::usage, error});
     if (command.kind != Command::Kind::window)
-        return RunWithoutWindow(command);
+        return RunWithoutWindow(command, commandLine);
     const ScopedKernelObject copy = OnlyCopy();
     if (!copy.IsValid()) {
         // The player started it again: the running window is what they are after.
@@ -84,19 +108,21 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
         }
         return 0;
     }
-    std::optional<ActionLogFile> logFile;
+    // The window's log records its run as a command's does, and is never a player's file nor one
+    // of ours either; one that cannot be written is done without, as before.
+    std::optional<RunLog> log;
     if (!command.logPath.empty()) {
-        // The window's log is never a player's file nor one of ours either.
-        const SteamPath steam = ReadSteamappsPath();
-        if (steam.read == sys::RegistryRead::ok && AmongGameFiles(command.logPath, FindGames(steam.steamappsPath).places)) {
-            CommandOutput(STD_ERROR_HANDLE).Write(texts::command::LogRefused(command.logPath));
-            return exitStatus::badCommandLine;
-        }
-        logFile.emplace(command.logPath);
+        const SteamPath steam = command.steamFolder.empty() ? ReadSteamappsPath() : FindSteam(command.steamFolder);
+        if (AmongGameFiles(command.logPath, PlacesAt(steam)))
+            return Finish({exitStatus::badCommandLine, std::string(), texts::command::LogRefused(command.logPath),
+                           std::string()});
+        log.emplace(command.logPath, commandLine);
     }
     {
-        Ludax ludax(logFile && logFile->IsOpen() ? logFile->AsLog() : ActionLog());
+        Ludax ludax(command.steamFolder, log && log->IsOpen() ? &*log : nullptr);
         ludax.Run();
     }
+    if (log)
+        log->End(0, "the window was closed");
     return 0;
 }

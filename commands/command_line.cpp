@@ -27,6 +27,24 @@ bool PlaceNumber(const std::string& text, int& number)
 
 }  // namespace
 
+std::string SwitchValue(const std::vector<std::string>& args, const std::string& name)
+{
+    for (std::size_t i = 0; i + 1 < args.size(); ++i)
+        if (Switch(args[i]) == name)
+            return args[i + 1];
+    return std::string();
+}
+
+std::string CommandLineText(const std::vector<std::string>& args)
+{
+    std::string text;
+    for (const std::string& arg : args) {
+        const bool quoted = arg.empty() || arg.find_first_of(" \t\"") != std::string::npos;
+        text += (text.empty() ? "" : " ") + (quoted ? "\"" + arg + "\"" : arg);
+    }
+    return text;
+}
+
 bool ParseCommandLine(const std::vector<std::string>& args, Command& command, std::string& error)
 {
     command = Command();
@@ -37,39 +55,40 @@ bool ParseCommandLine(const std::vector<std::string>& args, Command& command, st
     };
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string word = Switch(args[i]);
-        const bool valued = word == "install" || word == "uninstall" || word == "place" || word == "log";
+        const bool forAGame = word == "install" || word == "uninstall" || word == "verify";
+        const bool valued = forAGame || word == "place" || word == "log" || word == "steam";
         if (valued && i + 1 == args.size())
             return fail(args[i] + " needs a value after it");
-        if (word == "?" || word == "list" || word == "install" || word == "uninstall") {
+        if (word == "?" || word == "list" || forAGame) {
             if (named)
                 return fail("one command at a time: " + args[i]);
             named = true;
             command.kind = word == "?" ? Command::Kind::usage
                          : word == "list" ? Command::Kind::list
                          : word == "install" ? Command::Kind::install
-                                             : Command::Kind::uninstall;
-            if (valued && !(command.game = Game(args[++i])))
+                         : word == "uninstall" ? Command::Kind::uninstall
+                                               : Command::Kind::verify;
+            if (forAGame && !(command.game = Game(args[++i])))
                 return fail("no game called " + args[i] + ": cs16 or css");
         } else if ((word == "place" && command.place != 0) || (word == "yes" && command.yes) ||
-                   (word == "log" && !command.logPath.empty())) {
+                   (word == "log" && !command.logPath.empty()) || (word == "steam" && !command.steamFolder.empty())) {
             return fail(args[i] + " given twice");
         } else if (word == "place") {
             if (!PlaceNumber(args[++i], command.place))
                 return fail("/place takes one number, 1 or more: " + args[i]);
         } else if (word == "yes") {
             command.yes = true;
-        } else if (word == "log") {
-            command.logPath = args[++i];
+        } else if (word == "log" || word == "steam") {
+            (word == "log" ? command.logPath : command.steamFolder) = args[++i];
         } else {
             return fail("not a command or option of this program: " + args[i]);
         }
     }
-    const bool forAGame = command.kind == Command::Kind::install || command.kind == Command::Kind::uninstall;
-    if (command.place != 0 && !forAGame)
-        return fail("/place goes with /install or /uninstall");
+    if (command.place != 0 && !command.game)
+        return fail("/place goes with /install, /uninstall or /verify");
     if (command.yes && command.kind != Command::Kind::install)
         return fail("/yes goes with /install");
-    if (!command.logPath.empty() && !forAGame && command.kind != Command::Kind::window)
-        return fail("/log goes with /install, /uninstall, or alone with the window");
+    if (command.kind == Command::Kind::usage && (!command.logPath.empty() || !command.steamFolder.empty()))
+        return fail("/? takes nothing else");
     return true;
 }

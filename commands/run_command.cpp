@@ -4,27 +4,18 @@
 
 #include "find_games.h"
 #include "install.h"
+#include "run_log.h"
 #include "running_game.h"
 #include "steam_path.h"
 #include "texts.h"
 #include "uninstall.h"
+#include "verify.h"
 
 namespace {
 
-struct GameFacts {
-    const texts::Game& texts;
-    bool SteamAccount::*present;    // the game's folder is there
-    bool SteamAccount::*installed;  // its backup archive is there
-};
-
-GameFacts FactsOf(const GameProfile& game)
+const char* State(const SteamAccount& place, const PlaceGame& game)
 {
-    return {texts::Of(game), game.presentFlag, game.installedFlag};
-}
-
-const char* State(const SteamAccount& place, const GameFacts& facts)
-{
-    return place.*facts.installed ? "installed" : place.*facts.present ? "present" : "absent";
+    return place.*game.installedFlag ? "installed" : place.*game.presentFlag ? "present" : "absent";
 }
 
 std::string List(const std::vector<SteamAccount>& places)
@@ -32,17 +23,21 @@ std::string List(const std::vector<SteamAccount>& places)
     std::string lines;
     for (std::size_t i = 0; i < places.size(); ++i)
         lines += std::to_string(i + 1) + "\t" + texts::ChooserLabel(places[i]) + "\tcs16=" +
-                 State(places[i], FactsOf(cs16Profile)) + "\tcss=" + State(places[i], FactsOf(cssProfile)) + "\n";
+                 State(places[i], cs16Profile) + "\tcss=" + State(places[i], cssProfile) + "\n";
     return lines;
 }
 
-CommandResult Stop(int status, const std::string& why) { return {status, std::string(), why}; }
+CommandResult Stop(int status, const std::string& why) { return {status, std::string(), why, std::string()}; }
+
+CommandResult Done(const std::string& out, const std::string& summary) { return {exitStatus::done, out, std::string(), summary}; }
 
 // The place a command acts on: the one it names, or the one that fits (the game's folder for an
-// install, its configuration for an uninstall). Nothing, with `refusal` set, when none does.
+// install, its configuration for an uninstall or a verify). Nothing, with `refusal` set, when none
+// does.
 SteamAccount* PlaceFor(const Command& command, std::vector<SteamAccount>& places, int& number, CommandResult& refusal)
 {
-    const GameFacts facts = FactsOf(*command.game);
+    const PlaceGame& game = *command.game;
+    const texts::Game& named = texts::Of(game);
     const bool install = command.kind == Command::Kind::install;
     if (command.place != 0) {
         number = command.place;
@@ -51,11 +46,11 @@ SteamAccount* PlaceFor(const Command& command, std::vector<SteamAccount>& places
             return nullptr;
         }
         SteamAccount& place = places[number - 1];
-        const std::string named = texts::command::Place(number, place);
-        if (install && !(place.*facts.present))
-            refusal = Stop(exitStatus::noSuchPlace, texts::command::GameNotIn(facts.texts, named));
-        else if (!install && !(place.*facts.installed))
-            refusal = Stop(exitStatus::installedOrNot, texts::command::NotInstalledIn(facts.texts, named));
+        const std::string where = texts::command::Place(number, place);
+        if (install && !(place.*game.presentFlag))
+            refusal = Stop(exitStatus::noSuchPlace, texts::command::GameNotIn(named, where));
+        else if (!install && !(place.*game.installedFlag))
+            refusal = Stop(exitStatus::installedOrNot, texts::command::NotInstalledIn(named, where));
         else
             return &place;
         return nullptr;
@@ -63,8 +58,8 @@ SteamAccount* PlaceFor(const Command& command, std::vector<SteamAccount>& places
     std::string fitting;
     bool anywhere = false;
     for (std::size_t i = 0; i < places.size(); ++i) {
-        anywhere = anywhere || places[i].*facts.present;
-        if (places[i].*(install ? facts.present : facts.installed)) {
+        anywhere = anywhere || places[i].*game.presentFlag;
+        if (places[i].*(install ? game.presentFlag : game.installedFlag)) {
             fitting += "  " + std::to_string(i + 1) + "\t" + texts::ChooserLabel(places[i]) + "\n";
             number = number == 0 ? static_cast<int>(i + 1) : -1;
         }
@@ -72,12 +67,101 @@ SteamAccount* PlaceFor(const Command& command, std::vector<SteamAccount>& places
     if (number > 0)
         return &places[number - 1];
     if (number < 0)
-        refusal = Stop(exitStatus::noSuchPlace, texts::command::NameOne(facts.texts, !install, fitting));
+        refusal = Stop(exitStatus::noSuchPlace, texts::command::NameOne(named, !install, fitting));
     else if (install || !anywhere)
-        refusal = Stop(exitStatus::noSuchPlace, texts::command::GameNotThere(facts.texts));
+        refusal = Stop(exitStatus::noSuchPlace, texts::command::GameNotThere(named));
     else
-        refusal = Stop(exitStatus::installedOrNot, texts::command::NotInstalled(facts.texts));
+        refusal = Stop(exitStatus::installedOrNot, texts::command::NotInstalled(named));
     return nullptr;
+}
+
+// The files of the set not as shipped, one line each.
+std::string Differences(const std::vector<NotAsShipped>& differing)
+{
+    std::string lines;
+    for (const NotAsShipped& file : differing)
+        lines += texts::command::FileNotAsShipped(file.missing, file.path);
+    return lines;
+}
+
+std::string NotAsShippedCount(const std::vector<NotAsShipped>& differing)
+{
+    return std::to_string(differing.size()) + " of the files not as shipped";
+}
+
+// What a failure says in the log: where, and why.
+std::string AtWhy(const sys::Failure& failure)
+{
+    return WindowsPath(failure.path) + ": " + texts::Why(failure.reason);
+}
+
+CommandResult Install(const GameProfile& game, SteamAccount& place, const std::string& where, bool yes,
+                      const ActionLog& log)
+{
+    if (place.*game.installedFlag) {
+        // Installed already: as shipped, nothing is written (a logon script's every run); else
+        // only a reinstall the script asks for changes anything.
+        const std::vector<NotAsShipped> differing = FilesNotAsShipped(game, place);
+        if (differing.empty())
+            return Done(texts::command::alreadyInstalled, "already installed, every file as shipped");
+        if (!yes) {
+            CommandResult refused = Stop(exitStatus::installedOrNot,
+                                         texts::command::InstalledAlready(texts::Of(game), where) + Differences(differing));
+            refused.summary = "installed already, " + NotAsShippedCount(differing);
+            return refused;
+        }
+    }
+    const InstallOutcome outcome = InstallConfig(game, place, log);
+    if (outcome.result != InstallOutcome::Result::installed) {
+        CommandResult stopped = Stop(exitStatus::installStopped, texts::InstallStopped(outcome) + "\n");
+        stopped.summary = "the install stopped at " + AtWhy({outcome.path, outcome.reason});
+        return stopped;
+    }
+    return Done(std::string(texts::Of(game).installed) + "\n", "installed");
+}
+
+CommandResult Uninstall(const GameProfile& game, SteamAccount& place, const ActionLog& log)
+{
+    const UninstallOutcome outcome = UninstallConfig(game, place, log);
+    if (outcome.gameAway.Failed()) {
+        CommandResult away = Stop(exitStatus::backupKept, texts::GameAway(outcome.gameAway.path) + "\n");
+        away.summary = "nothing changed, the game's folder is not there: " + WindowsPath(outcome.gameAway.path);
+        return away;
+    }
+    const std::string said = texts::Uninstalled(texts::Of(game), outcome) + "\n";
+    if (!outcome.backupKept)
+        return Done(said, "uninstalled");
+    CommandResult kept = Stop(exitStatus::backupKept, said);
+    kept.summary = "the uninstall kept the backup files, first at " + AtWhy(outcome.firstFailure);
+    return kept;
+}
+
+CommandResult Verify(const GameProfile& game, const SteamAccount& place)
+{
+    const std::vector<NotAsShipped> differing = FilesNotAsShipped(game, place);
+    if (differing.empty())
+        return Done(std::string(), "every file as shipped");
+    return {exitStatus::notAsShipped, Differences(differing), std::string(), NotAsShippedCount(differing)};
+}
+
+// The command itself, with the places found and the log open.
+CommandResult Run(const Command& command, std::vector<SteamAccount>& places, const ActionLog& log)
+{
+    if (command.kind == Command::Kind::list)
+        return Done(List(places), std::to_string(places.size()) + " places listed");
+    CommandResult refusal;
+    int number = 0;
+    SteamAccount* place = PlaceFor(command, places, number, refusal);
+    if (!place)
+        return refusal;
+    const GameProfile& game = *command.game;
+    if (command.kind == Command::Kind::verify)
+        return Verify(game, *place);
+    if (GameIsRunning(game))
+        return Stop(exitStatus::gameRunning, texts::command::Running(texts::Of(game)));
+    if (command.kind == Command::Kind::install)
+        return Install(game, *place, texts::command::Place(number, *place), command.yes, log);
+    return Uninstall(game, *place, log);
 }
 
 }  // namespace
@@ -98,49 +182,36 @@ bool AmongGameFiles(const std::string& path, const std::vector<SteamAccount>& pl
     return false;
 }
 
-CommandResult RunCommand(const Command& command)
+std::vector<SteamAccount> PlacesAt(const SteamPath& steam)
+{
+    return steam.read == sys::RegistryRead::ok ? FindGames(steam.steamappsPath).places : std::vector<SteamAccount>();
+}
+
+CommandResult Logged(const std::string& logPath, const std::vector<SteamAccount>& places, const std::string& commandLine,
+                     const std::function<CommandResult(const ActionLog& log)>& run)
+{
+    if (logPath.empty())
+        return run(ActionLog());
+    // The log is never a player's file nor one of ours: refused before anything is written.
+    if (AmongGameFiles(logPath, places))
+        return Stop(exitStatus::badCommandLine, texts::command::LogRefused(logPath));
+    RunLog log(logPath, commandLine);
+    if (!log.IsOpen())
+        return Stop(exitStatus::badCommandLine, texts::command::LogNotWritable(logPath));
+    const CommandResult result = run(log.Actions());
+    log.End(result.status, result.summary.empty() ? result.err + result.out : result.summary);
+    return result;
+}
+
+CommandResult RunCommand(const Command& command, const std::string& commandLine)
 {
     if (command.kind == Command::Kind::usage)
-        return {exitStatus::done, texts::command::usage, std::string()};
-    const SteamPath steam = ReadSteamappsPath();
-    if (steam.read != sys::RegistryRead::ok)
-        return Stop(exitStatus::steamNotFound, texts::command::steamNotFound);
-    std::vector<SteamAccount> places = FindGames(steam.steamappsPath).places;
-    if (command.kind == Command::Kind::list)
-        return {exitStatus::done, List(places), std::string()};
-
-    // The log is never a player's file nor one of ours: refused before anything is written.
-    std::optional<ActionLogFile> logFile;
-    if (!command.logPath.empty()) {
-        if (AmongGameFiles(command.logPath, places))
-            return Stop(exitStatus::badCommandLine, texts::command::LogRefused(command.logPath));
-        logFile.emplace(command.logPath);
-        if (!logFile->IsOpen())
-            return Stop(exitStatus::badCommandLine, texts::command::LogNotWritable(command.logPath));
-    }
-    const ActionLog log = logFile ? logFile->AsLog() : ActionLog();
-
-    CommandResult refusal;
-    int number = 0;
-    SteamAccount* place = PlaceFor(command, places, number, refusal);
-    if (!place)
-        return refusal;
-    const GameProfile& game = *command.game;
-    const GameFacts facts = FactsOf(game);
-    if (GameIsRunning(game))
-        return Stop(exitStatus::gameRunning, texts::command::Running(facts.texts));
-    if (command.kind == Command::Kind::install) {
-        if (place->*facts.installed && !command.yes)
-            return Stop(exitStatus::installedOrNot,
-                        texts::command::InstalledAlready(facts.texts, texts::command::Place(number, *place)));
-        const InstallOutcome outcome = InstallConfig(game, *place, log);
-        if (outcome.result != InstallOutcome::Result::installed)
-            return Stop(exitStatus::installStopped, texts::InstallStopped(outcome) + "\n");
-        return {exitStatus::done, std::string(facts.texts.installed) + "\n", std::string()};
-    }
-    const UninstallOutcome outcome = UninstallConfig(game, *place, log);
-    if (outcome.gameAway.Failed())
-        return Stop(exitStatus::backupKept, texts::GameAway(outcome.gameAway.path) + "\n");
-    const std::string said = texts::Uninstalled(facts.texts, outcome.backupKept) + "\n";
-    return outcome.backupKept ? Stop(exitStatus::backupKept, said) : CommandResult{exitStatus::done, said, std::string()};
+        return {exitStatus::done, texts::command::usage, std::string(), std::string()};
+    const SteamPath steam = FindSteam(command.steamFolder);
+    std::vector<SteamAccount> places = PlacesAt(steam);
+    return Logged(command.logPath, places, commandLine, [&](const ActionLog& log) {
+        if (steam.read != sys::RegistryRead::ok)
+            return Stop(exitStatus::steamNotFound, texts::command::steamNotFound);
+        return Run(command, places, log);
+    });
 }

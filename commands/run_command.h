@@ -4,11 +4,13 @@
 
 #include <string>
 
+#include <functional>
 #include <vector>
 
 #include "action_log.h"
 #include "command_line.h"
 #include "steam_account.h"
+#include "steam_path.h"
 
 namespace exitStatus {
 constexpr int done = 0;
@@ -20,18 +22,30 @@ constexpr int gameRunning = 5;
 constexpr int installStopped = 6;     // a file it could not back up or write, a folder it could not make
 constexpr int backupKept = 7;         // the uninstall could not undo everything and kept the backup files
 constexpr int anotherCopy = 8;        // the window or another command runs
+constexpr int notAsShipped = 9;       // /verify: a file of the set is changed or missing
 }  // namespace exitStatus
 
 struct CommandResult {
     int status = exitStatus::done;
-    std::string out;  // the list, the usage, what was done; lines end with '\n'
-    std::string err;  // why it stopped
+    std::string out;      // the list, the usage, what was done; lines end with '\n'
+    std::string err;      // why it stopped
+    std::string summary;  // what happened, in one line, for the log; empty: `err` or `out` says it
 };
 
-// Runs a usage, list, install or uninstall command against Steam and the disk as they are now;
-// the caller sees to it that no other copy of the program runs meanwhile. Each action of an
-// install or uninstall goes to the command's log, when it names one.
-CommandResult RunCommand(const Command& command);
+// Runs a usage, list, install, uninstall or verify command against Steam and the disk as they are
+// now; the caller sees to it that no other copy of the program runs meanwhile. The command's log,
+// when it names one, records the run (`commandLine` as the program was given it), each action
+// and how the run ended.
+CommandResult RunCommand(const Command& command, const std::string& commandLine = std::string());
+
+// The places at the Steam folder found, none when it was not.
+std::vector<SteamAccount> PlacesAt(const SteamPath& steam);
+
+// Runs `run` with the log at `logPath` (none when empty), which records the run from its start
+// (`commandLine`) to its end; refused (status 1, before anything is written) when the log would
+// lie among the games' files at `places` or cannot be written.
+CommandResult Logged(const std::string& logPath, const std::vector<SteamAccount>& places,
+                     const std::string& commandLine, const std::function<CommandResult(const ActionLog& log)>& run);
 
 // True when `path` (relative to the current folder, or absolute) names something inside a game's
 // folder at one of `places`, or one of their backup files, in whatever spelling Windows reads as

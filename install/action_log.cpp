@@ -9,13 +9,17 @@ ActionLogFile::ActionLogFile(const std::string& path) : file(sys::File::OpenForA
         file = sys::File::Create(path);
 }
 
-void ActionLogFile::Record(const char* action, const std::string& path)
+void ActionLogFile::Line(const std::vector<std::string>& fields)
 {
     const auto now = std::chrono::system_clock::now().time_since_epoch();
-    const std::string line =
-        IsoTime(std::chrono::duration_cast<std::chrono::seconds>(now).count()) + "\t" + action + "\t" + path + "\r\n";
+    std::string line = IsoTime(std::chrono::duration_cast<std::chrono::seconds>(now).count());
+    for (const std::string& field : fields) {
+        line += '\t';
+        for (char c : field)
+            line += c == '\r' ? ' ' : c == '\n' ? ' ' : c == '\t' ? ' ' : c;
+    }
     // A line that cannot be written is lost to the log only: the work it tells of goes on.
-    static_cast<void>(file.Write(line));
+    static_cast<void>(file.Write(line + "\r\n"));
 }
 
 std::string IsoTime(long long secondsSince1970)
@@ -25,4 +29,12 @@ std::string IsoTime(long long secondsSince1970)
     if (const std::tm* utc = std::gmtime(&time))  // one thread: its shared result is safe here
         std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", utc);
     return text;
+}
+
+std::string WindowsPath(std::string path)
+{
+    for (char& c : path)
+        if (c == '/')
+            c = '\\';
+    return path;
 }

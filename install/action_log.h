@@ -4,20 +4,28 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "system.h"
 
 using ActionLog = std::function<void(const char* action, const std::string& path)>;
 
-// A log file that grows by one UTF-8 line per action: the time (ISO 8601, UTC), the action and
-// the path, separated by tabs and ended by CR LF. Each line reaches the file at once, so a log
-// of a run that was cut short still says how far it went.
+// `path` with a backslash for every '/'.
+std::string WindowsPath(std::string path);
+
+// A log file that grows by one UTF-8 line per entry: the time (ISO 8601, UTC), then the entry's
+// fields, separated by tabs and ended by CR LF. Each line reaches the file at once, so a log of a
+// run that was cut short still says how far it went. Paths are written in Windows form, with '\'.
 class ActionLogFile {
 public:
     // Opens `path` to add to it, making it when it is not there.
     explicit ActionLogFile(const std::string& path);
     bool IsOpen() const { return file.IsOpen(); }
-    void Record(const char* action, const std::string& path);
+    // One line: the time, then `fields`, each kept on the line (a line end within one becomes a
+    // space).
+    void Line(const std::vector<std::string>& fields);
+    // An action's line: the time, the action, the path.
+    void Record(const char* action, const std::string& path) { Line({action, WindowsPath(path)}); }
     ActionLog AsLog() { return [this](const char* action, const std::string& path) { Record(action, path); }; }
 
 private:

@@ -1,5 +1,5 @@
 #pragma once
-// Where the registry says Steam lives.
+// Where Steam lives.
 
 #include <string>
 
@@ -8,8 +8,14 @@
 struct SteamPath {
     sys::RegistryRead read = sys::RegistryRead::keyMissing;  // ok, or why it could not be read
     sys::Reason reason;         // the registry's own reason, when not read
-    std::string steamappsPath;  // "SteamPath" exactly as stored, plus "/steamapps/"; empty unless ok
+    std::string steamappsPath;  // the Steam folder exactly as found, plus "/steamapps/"; empty unless ok
 };
 
-// Reads HKEY_CURRENT_USER\<steamKey>'s "SteamPath".
+// Reads HKEY_CURRENT_USER\<steamKey>'s "SteamPath": where the window looks for Steam.
 SteamPath ReadSteamappsPath(const std::string& steamKey = "Software\\Valve\\Steam");
+
+// Where a command looks for Steam: `named` (the command line's /steam) when given; else the
+// user's SteamPath; else, for scripts that run under another account, the machine's own entry,
+// "InstallPath" of HKEY_LOCAL_MACHINE\SOFTWARE\Valve\Steam in the 32-bit view (where Steam's
+// installer writes it), then in the 64-bit view. Not read when none of them is there.
+SteamPath FindSteam(const std::string& named);

@@ -22,9 +22,14 @@ struct RegistryString {
     Reason reason;     // why not, when not
 };
 
-// Reads a string value of a key under HKEY_CURRENT_USER through a buffer of 260 characters; a
-// value that does not fit (with its NUL) is unreadable.
-RegistryString ReadUserRegistryString(const std::string& key, const std::string& value);
+// Where a registry value lives: the user's own keys, or the machine's in its 32-bit view (where
+// 32-bit programs such as Steam's installer write, WOW6432Node on 64-bit Windows) or its 64-bit
+// view.
+enum class RegistryHive { user, machine32, machine64 };
+
+// Reads a string value of a key through a buffer of 260 characters; a value that does not fit
+// (with its NUL) is unreadable.
+RegistryString ReadRegistryString(RegistryHive hive, const std::string& key, const std::string& value);
 
 struct ListedEntry {
     std::string name;
@@ -170,5 +175,9 @@ Status MoveOver(const std::string& from, const std::string& to);
 
 // The file names of the programs running now ("hl.exe"), as the system gives them.
 std::vector<std::string> RunningProgramNames();
+
+// This computer's name, and the name of the user the program runs as; empty when unknown.
+std::string ComputerName();
+std::string UserName();
 
 }  // namespace sys

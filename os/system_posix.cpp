@@ -121,13 +121,15 @@ Status Done(bool succeeded) { return succeeded ? Status() : LastError(); }
 bool Missing(int error) { return error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG; }
 
 // The registry stands as a folder tree: LUDAX_REGISTRY (default ~/.ludax-registry) holds
-// HKEY_CURRENT_USER/<key path>/, and each value is a file of that folder.
-std::string RegistryFolder(const std::string& key)
+// HKEY_CURRENT_USER/<key path>/ and the machine's two views, HKEY_LOCAL_MACHINE-32/ and
+// HKEY_LOCAL_MACHINE-64/; each value is a file of its key's folder.
+std::string RegistryFolder(RegistryHive hive, const std::string& key)
 {
     const char* root = std::getenv("LUDAX_REGISTRY");
     const char* home = std::getenv("HOME");
     std::string path = root ? root : std::string(home ? home : ".") + "/.ludax-registry";
-    path += "/HKEY_CURRENT_USER/";
+    path += hive == RegistryHive::user ? "/HKEY_CURRENT_USER/"
+            : hive == RegistryHive::machine32 ? "/HKEY_LOCAL_MACHINE-32/" : "/HKEY_LOCAL_MACHINE-64/";
     for (char c : key)
         path += c == '\\' ? '/' : c;
     return path;
@@ -199,14 +201,14 @@ Status OpenPlainFile(const std::string& path, int flags, struct stat& info, int&
 // Registry errors as Windows gives them: the key or value is not there.
 constexpr std::uint32_t registryNotFound = ENOENT;
 
-RegistryString ReadUserRegistryString(const std::string& key, const std::string& value)
+RegistryString ReadRegistryString(RegistryHive hive, const std::string& key, const std::string& value)
 {
     RegistryString result;
     if (Faulty()) {
         result.reason = Reason::System(EIO);
         return result;
     }
-    std::string folder = RegistryFolder(key);
+    std::string folder = RegistryFolder(hive, key);
     if (LookUp(folder).kind != EntryKind::folder) {
         result.reason = Reason::System(registryNotFound);
         return result;
@@ -489,6 +491,18 @@ std::string AnsiToUtf8(const std::string& ansi)
         text += byte >= 0x80 && byte < 0xA0 ? upper[byte - 0x80] : static_cast<char16_t>(byte);
     }
     return ToUtf8(text.data(), text.size());
+}
+
+std::string ComputerName()
+{
+    char name[256] = {};
+    return gethostname(name, sizeof name - 1) == 0 ? name : "";
+}
+
+std::string UserName()
+{
+    const char* user = std::getenv("USER");
+    return user ? user : "";
 }
 
 std::string SystemMessage(std::uint32_t code) { return std::strerror(static_cast<int>(code)); }

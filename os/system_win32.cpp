@@ -127,7 +127,7 @@ Status Done(BOOL succeeded) { return succeeded ? Status() : LastError(); }
 
 }  // namespace
 
-RegistryString ReadUserRegistryString(const std::string& key, const std::string& value)
+RegistryString ReadRegistryString(RegistryHive hive, const std::string& key, const std::string& value)
 {
     RegistryString result;
     std::wstring wideKey, wideValue;
@@ -135,8 +135,10 @@ RegistryString ReadUserRegistryString(const std::string& key, const std::string&
         result.reason = Reason::System(ERROR_INVALID_NAME);
         return result;
     }
+    const REGSAM view = hive == RegistryHive::machine32 ? KEY_WOW64_32KEY : hive == RegistryHive::machine64 ? KEY_WOW64_64KEY : 0;
     HKEY opened = nullptr;
-    const LONG open = RegOpenKeyExW(HKEY_CURRENT_USER, wideKey.c_str(), 0, KEY_QUERY_VALUE, &opened);
+    const LONG open = RegOpenKeyExW(hive == RegistryHive::user ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE, wideKey.c_str(),
+                                    0, KEY_QUERY_VALUE | view, &opened);
     ScopedRegistryKey steamKey(open == ERROR_SUCCESS ? opened : nullptr);
     if (!steamKey.IsValid()) {
         result.reason = Reason::System(static_cast<std::uint32_t>(open));
@@ -388,6 +390,20 @@ std::vector<std::string> RunningProgramNames()
     for (BOOL more = Process32FirstW(snapshot.Get(), &process); more; more = Process32NextW(snapshot.Get(), &process))
         names.push_back(Utf8(process.szExeFile));
     return names;
+}
+
+std::string ComputerName()
+{
+    wchar_t name[MAX_COMPUTERNAME_LENGTH + 1] = {};
+    DWORD size = MAX_COMPUTERNAME_LENGTH + 1;
+    return GetComputerNameW(name, &size) ? Utf8(name, size) : std::string();
+}
+
+std::string UserName()
+{
+    wchar_t name[257] = {};  // UNLEN + 1
+    DWORD size = 257;
+    return GetUserNameW(name, &size) ? Utf8(name) : std::string();
 }
 
 std::string AnsiToUtf8(const std::string& ansi)

@@ -4,9 +4,11 @@
 
 #include <string>
 
+#include "call_status.h"
 #include "install.h"
-#include "version.h"
 #include "steam_account.h"
+#include "uninstall.h"
+#include "version.h"
 
 namespace texts {
 
@@ -35,14 +37,39 @@ inline std::string FolderNotMade(const std::string& folder)
     return "Nem sikerült a könyvtár létrehozása!\nKilépek!\n" + folder;
 }
 
-inline std::string NotBackedUp(const std::string& file)
+// Why something failed, in words: the system's own message for its error, in the user's
+// language, or the program's own reason for refusing.
+inline std::string Why(const sys::Reason& reason)
 {
-    return "Could not back up the file\n" + file + "\nNothing more was changed.";
+    switch (reason.own) {
+    case sys::Reason::Own::system:
+        break;
+    case sys::Reason::Own::notADiskFile:
+        return "It is a device, a pipe or a folder, not a file on a disk.";
+    case sys::Reason::Own::endedEarly:
+        return "Fewer bytes could be read or written than the file holds: another program changed it, or the disk is "
+               "full.";
+    case sys::Reason::Own::link:
+        return "A link (a junction or symbolic link) stands on the way: what lies behind it may be anywhere, so the "
+               "program does not go through it.";
+    case sys::Reason::Own::notAWindowsName:
+        return "Windows would read the name as another file, a device or no name at all.";
+    case sys::Reason::Own::tooLargeToBackUp:
+        return "The file is 2 GiB or larger, more than a backup record holds.";
+    case sys::Reason::Own::gameFolderGone:
+        return "The game's folder is not there.";
+    }
+    return sys::SystemMessage(reason.code);
 }
 
-inline std::string NotWritten(const std::string& file)
+inline std::string NotBackedUp(const std::string& file, const sys::Reason& why)
 {
-    return "Could not write the file\n" + file + "\nNothing more was changed.";
+    return "Could not back up the file\n" + file + "\n" + Why(why) + "\nNothing more was changed.";
+}
+
+inline std::string NotWritten(const std::string& file, const sys::Reason& why)
+{
+    return "Could not write the file\n" + file + "\n" + Why(why) + "\nNothing more was changed.";
 }
 
 // Why an install stopped: a box's text, or what a command says.
@@ -50,9 +77,9 @@ inline std::string InstallStopped(const InstallOutcome& outcome)
 {
     switch (outcome.result) {
     case InstallOutcome::Result::backupFailed:
-        return NotBackedUp(outcome.path);
+        return NotBackedUp(outcome.path, outcome.reason);
     case InstallOutcome::Result::writeFailed:
-        return NotWritten(outcome.path);
+        return NotWritten(outcome.path, outcome.reason);
     case InstallOutcome::Result::folderFailed:
         return FolderNotMade(outcome.path);
     case InstallOutcome::Result::installed:
@@ -111,10 +138,14 @@ inline constexpr Game css{
 // The texts of the game a profile installs.
 inline const Game& Of(const PlaceGame& game) { return game.id == GameId::css ? css : cs16; }
 
-// The uninstall's message, with the advice under it when the backup files stayed.
-inline std::string Uninstalled(const Game& game, bool keptBackup)
+// The uninstall's message; when the backup files stayed, the advice under it, then the first
+// thing it could not undo and why.
+inline std::string Uninstalled(const Game& game, const UninstallOutcome& outcome)
 {
-    return keptBackup ? std::string(game.uninstalled) + "\n" + backupKept : std::string(game.uninstalled);
+    if (!outcome.backupKept)
+        return game.uninstalled;
+    return std::string(game.uninstalled) + "\n" + backupKept + "\n" + outcome.firstFailure.path + "\n" +
+           Why(outcome.firstFailure.reason);
 }
 
 // The chooser's entry for a place: an account folder's name, or "Steam library: <path>".
@@ -128,35 +159,55 @@ inline std::string ChooserLabel(const SteamAccount& place)
 namespace command {
 
 constexpr char usage[] =
-    "Ludax config. installs the LUDAX tournament's configuration for Counter-Strike 1.6 (cs16) and\n"
-    "Counter-Strike: Source (css). Without a command it opens its window.\n"
+    "Ludax config. installs the LUDAX tournament's configuration for Counter-Strike\n"
+    "1.6 (cs16) and Counter-Strike: Source (css). Without a command it opens its\n"
+    "window.\n"
     "\n"
-    "  Ludax.exe /?                                  this text\n"
-    "  Ludax.exe /list                               the places that hold the games, numbered\n"
-    "  Ludax.exe /install cs16|css [/place N] [/yes] [/log FILE]\n"
-    "  Ludax.exe /uninstall cs16|css [/place N] [/log FILE]\n"
-    "  Ludax.exe /log FILE                           the window, with a log\n"
+    "  Ludax.exe /?                    this text\n"
+    "  Ludax.exe /list                 the places that hold the games, numbered\n"
+    "  Ludax.exe /install cs16|css [/place N] [/yes]\n"
+    "  Ludax.exe /uninstall cs16|css [/place N]\n"
+    "  Ludax.exe /verify cs16|css [/place N]\n"
+    "                                  each file not as shipped: changed or missing\n"
+    "Each also takes /steam DIR and /log FILE, and so does the window.\n"
     "\n"
-    "  /place N   the place numbered N by /list; without it, the one place that holds the game\n"
-    "             (install) or its configuration (uninstall)\n"
-    "  /yes       install again where the configuration is installed already\n"
-    "  /log FILE  adds a line to FILE for each file backed up, written, removed or restored\n"
-    "Case does not matter, and - works as well as /. The program shows no window and no box for a\n"
-    "command: start it with start /wait in a batch file, or with Start-Process -Wait -PassThru\n"
-    "in PowerShell, to wait for it and read its exit status:\n"
-    "  0 done                      5 the game is running\n"
-    "  1 a bad command line        6 the install stopped (see its message)\n"
-    "  2 Steam was not found       7 the uninstall could not undo everything, kept its backup\n"
-    "  3 no such place, the game      files and can be started again\n"
-    "    is not there, or more     8 another copy of the program is running\n"
-    "    than one place holds it\n"
-    "  4 installed already (without /yes), or not installed\n";
+    "  /place N    the place numbered N by /list; without it, the one place that\n"
+    "              holds the game (install) or its configuration (uninstall, verify)\n"
+    "  /yes        install again where the configuration is installed already and\n"
+    "              a file is not as shipped\n"
+    "  /steam DIR  Steam's folder; without it, the registry's (the user's SteamPath,\n"
+    "              else the machine's InstallPath)\n"
+    "  /log FILE   adds to FILE a line for the start and the end of the run and for\n"
+    "              each file backed up, written, removed or restored\n"
+    "Case does not matter, and - works as well as /. A command shows no window and\n"
+    "no box. In a batch file call the program directly: the batch file waits for it\n"
+    "and sets errorlevel to its exit status:\n"
+    "  0 done, or installed already with every file as shipped\n"
+    "  1 a bad command line, or a log that cannot be written there\n"
+    "  2 Steam was not found\n"
+    "  3 no such place, the game is not there, or more than one place holds it\n"
+    "  4 installed already with a file not as shipped (add /yes), or not installed\n"
+    "  5 the game is running\n"
+    "  6 the install stopped (see its message)\n"
+    "  7 the uninstall could not undo everything and kept its backup files\n"
+    "  8 another copy of the program is running\n"
+    "  9 a file is not as shipped (/verify)\n";
 
 constexpr char steamNotFound[] =
-    "Steam was not found: the registry holds no SteamPath under HKEY_CURRENT_USER\\Software\\Valve\\Steam.\n";
+    "Steam was not found: the registry holds neither SteamPath under HKEY_CURRENT_USER\\Software\\Valve\\Steam "
+    "nor InstallPath under HKEY_LOCAL_MACHINE\\SOFTWARE\\Valve\\Steam. Name Steam's folder with /steam DIR.\n";
 constexpr char anotherCopy[] =
     "Another copy of Ludax config. is running (its window, or another command): wait until it ends, then "
     "start this one again.\n";
+
+// /install where every file of the set stands as shipped: nothing is written.
+constexpr char alreadyInstalled[] = "already installed\n";
+
+// A file of the set not as shipped, as /verify lists it (and /install without /yes).
+inline std::string FileNotAsShipped(bool missing, const std::string& path)
+{
+    return std::string(missing ? "missing" : "changed") + "\t" + path + "\n";
+}
 
 inline std::string LogNotWritable(const std::string& path)
 {

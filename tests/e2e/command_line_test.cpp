@@ -36,7 +36,7 @@ TEST(CommandLine, TheUsageABadCommandLineAndNoSteamAreStatus0To2)
     const CommandRun usage = RunLudaxCommand("/?");
     EXPECT_EQ(usage.status, 0u);
     EXPECT_EQ(usage.out.rfind("Ludax config. installs the LUDAX tournament's configuration", 0), 0u) << usage.out;
-    EXPECT_NE(usage.out.find("  Ludax.exe /install cs16|css [/place N] [/yes] [/log FILE]\r\n"), std::string::npos);
+    EXPECT_NE(usage.out.find("  Ludax.exe /install cs16|css [/place N] [/yes]\r\n"), std::string::npos);
     EXPECT_EQ(usage.err, "");
     // What is wrong, then the usage, on standard error.
     const CommandRun bad = RunLudaxCommand("-install CS16 -YES -place x");
@@ -46,8 +46,9 @@ TEST(CommandLine, TheUsageABadCommandLineAndNoSteamAreStatus0To2)
     SteamFolder::RemoveKey();
     EXPECT_EQ(RunLudaxCommand("/list"),
               (CommandRun{2, "",
-                          "Steam was not found: the registry holds no SteamPath under "
-                          "HKEY_CURRENT_USER\\Software\\Valve\\Steam.\r\n"}));
+                          "Steam was not found: the registry holds neither SteamPath under "
+                          "HKEY_CURRENT_USER\\Software\\Valve\\Steam nor InstallPath under "
+                          "HKEY_LOCAL_MACHINE\\SOFTWARE\\Valve\\Steam. Name Steam's folder with /steam DIR.\r\n"}));
 }
 
 TEST(CommandLine, AScriptListsInstallsAndUninstallsMeetingEveryOtherStatusOnTheWay)
@@ -90,19 +91,23 @@ TEST(CommandLine, AScriptListsInstallsAndUninstallsMeetingEveryOtherStatusOnTheW
         LockedFile held(content + "config.cfg");
         ASSERT_TRUE(held.Locked());
         EXPECT_EQ(RunLudaxCommand("/install cs16"),
-                  (CommandRun{6, "", "Could not back up the file\r\n" + content + "config.cfg\r\nNothing more was changed.\r\n"}));
+                  (CommandRun{6, "",
+                              "Could not back up the file\r\n" + content +
+                                  "config.cfg\r\nSharing violation.\r\nNothing more was changed.\r\n"}));
     }
-    EXPECT_EQ(RunLudaxCommand("/install cs16"),
-              (CommandRun{4, "",
-                          "The configuration of Counter-Strike 1.6 is installed already in place 1 (player): add /yes "
-                          "to install it again.\r\n"}));
+    // The stopped install's backup files stand, its files do not: installed, not as shipped.
+    const CommandRun again = RunLudaxCommand("/install cs16");
+    EXPECT_EQ(again.status, 4u);
+    EXPECT_EQ(again.err.rfind("The configuration of Counter-Strike 1.6 is installed already in place 1 (player): add /yes "
+                              "to install it again.\r\n", 0), 0u) << again;
+    EXPECT_NE(again.err.find("\r\nchanged\t" + content + "config.cfg\r\n"), std::string::npos) << again;
     EXPECT_EQ(RunLudaxCommand("-install CS16 -yes -place 1 -log " + Quoted(log)),
               (CommandRun{0, "Counter Strike LUDAX config installed successfully!\r\n", ""}));
     EXPECT_EQ(ReadFile(content + "config.cfg"), PayloadBytes("cs16", "config.cfg"));
     const std::string logged = ReadFile(log);
-    EXPECT_TRUE(Logged(logged, "backed up\t" + content + "config.cfg"));
-    EXPECT_TRUE(Logged(logged, "wrote\t" + content + "config.cfg"));
-    EXPECT_TRUE(Logged(logged, "made folder\t" + content + "resource"));
+    EXPECT_TRUE(Logged(logged, "backed up\t" + Backslashed(content) + "config.cfg"));
+    EXPECT_TRUE(Logged(logged, "wrote\t" + Backslashed(content) + "config.cfg"));
+    EXPECT_TRUE(Logged(logged, "made folder\t" + Backslashed(content) + "resource"));
     {
         LockedFile held(content + "ludax.cfg");
         ASSERT_TRUE(held.Locked());
@@ -110,7 +115,7 @@ TEST(CommandLine, AScriptListsInstallsAndUninstallsMeetingEveryOtherStatusOnTheW
                   (CommandRun{7, "",
                               "Counter Strike LUDAX config uninstalled!\r\nSome files could not be put back or removed, "
                               "so the backup was kept. Close the programs that use the game's files, free some disk "
-                              "space, then uninstall again.\r\n"}));
+                              "space, then uninstall again.\r\n" + content + "ludax.cfg\r\nSharing violation.\r\n"}));
     }
     {
         // The window, with a log of its own, is the one copy running: a command must wait.
@@ -123,6 +128,6 @@ TEST(CommandLine, AScriptListsInstallsAndUninstallsMeetingEveryOtherStatusOnTheW
         EXPECT_EQ(window.Click(cs16Uninstall).text, cs16.uninstalled);
         window.Close();
     }
-    EXPECT_TRUE(Logged(ReadFile(windowLog), "removed\t" + content + "ludax.cfg"));
+    EXPECT_TRUE(Logged(ReadFile(windowLog), "removed\t" + Backslashed(content) + "ludax.cfg"));
     EXPECT_EQ(Snapshot(steam.Path()), before);
 }

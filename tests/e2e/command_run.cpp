@@ -16,6 +16,12 @@ std::ostream& operator<<(std::ostream& out, const CommandRun& run)
 
 CommandRun RunLudaxCommand(const std::string& arguments)
 {
+    const std::wstring exe = LudaxExePath();
+    return RunCommandLine(exe, L"\"" + exe + L"\" " + Widen(arguments));
+}
+
+CommandRun RunCommandLine(const std::wstring& program, std::wstring commandLine)
+{
     TempFolder folder;
     SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
     auto inherited = [&](const std::wstring& name, DWORD access, DWORD disposition) {
@@ -27,13 +33,11 @@ CommandRun RunLudaxCommand(const std::string& arguments)
     startup.hStdInput = inherited(L"NUL", GENERIC_READ, OPEN_EXISTING);
     startup.hStdOutput = inherited(Widen(folder.Path() + "/out"), GENERIC_WRITE, CREATE_ALWAYS);
     startup.hStdError = inherited(Widen(folder.Path() + "/err"), GENERIC_WRITE, CREATE_ALWAYS);
-    const std::wstring exe = LudaxExePath();
-    std::wstring commandLine = L"\"" + exe + L"\" " + Widen(arguments);
     PROCESS_INFORMATION process{};
     CommandRun run;
-    if (CreateProcessW(exe.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process)) {
+    if (CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process)) {
         DWORD status = 0;
-        if (WaitForSingleObject(process.hProcess, 30000) == WAIT_OBJECT_0 && GetExitCodeProcess(process.hProcess, &status))
+        if (WaitForSingleObject(process.hProcess, 60000) == WAIT_OBJECT_0 && GetExitCodeProcess(process.hProcess, &status))
             run.status = status;
         CloseHandle(process.hThread);
         CloseHandle(process.hProcess);

@@ -21,5 +21,8 @@ std::ostream& operator<<(std::ostream& out, const CommandRun& run);
 // spaces).
 CommandRun RunLudaxCommand(const std::string& arguments);
 
+// `program` started with `commandLine` (its own name first), as RunLudaxCommand starts Ludax.exe.
+CommandRun RunCommandLine(const std::wstring& program, std::wstring commandLine);
+
 // A path quoted for a command line.
 inline std::string Quoted(const std::string& path) { return "\"" + path + "\""; }

@@ -92,7 +92,15 @@ TEST(InstallStops, AtAPlayersFileItCannotBackUpAndAtAFolderItCannotMake)
         SCOPED_TRACE("the player's config.cfg held open by another program");
         LockedFile inUse(content + "config.cfg");
         ASSERT_TRUE(inUse.Locked());
-        ExpectInstallStops("Could not back up the file\n" + content + "config.cfg\nNothing more was changed.");
+        ExpectInstallStops("Could not back up the file\n" + content + "config.cfg\nSharing violation.\nNothing more was changed.");
+    }
+    UninstallWhatWasDone();
+    EXPECT_EQ(Snapshot(steam.Path()), before);
+    {
+        SCOPED_TRACE("the player's config.cfg read by another program that lets nobody write it");
+        LockedFile readOnly(content + "config.cfg", LockedFile::Sharing::readers);
+        ASSERT_TRUE(readOnly.Locked());
+        ExpectInstallStops("Could not write the file\n" + content + "config.cfg\nSharing violation.\nNothing more was changed.");
     }
     UninstallWhatWasDone();
     EXPECT_EQ(Snapshot(steam.Path()), before);
@@ -120,7 +128,7 @@ TEST(InstallStops, WhenTheDiskFillsUp)
     const std::uint64_t room = 600 * 1024;
     ASSERT_GT(free.QuadPart, room);
     WriteFile(filler, std::string(free.QuadPart - room, 'f'));  // written: a tmpfs keeps no room for holes
-    ExpectInstallStops("Could not ", false);
+    ExpectInstallStops("Could not write the file\n", false);
     RemovePath(filler);
     UninstallWhatWasDone();
     EXPECT_EQ(Snapshot(steam), before);

@@ -64,7 +64,7 @@ TEST(ActionLog, TheFileGainsALinePerActionStampedInUtc)
     const std::string after = utcNow(), log = ReadFile(path);
     ASSERT_EQ(log.size(), 17u + 20 + 1 + 5 + 1 + 16 + 2) << log;
     EXPECT_EQ(log.substr(0, 17), "an earlier line\r\n");
-    EXPECT_EQ(log.substr(17 + 20), "\twrote\tC:/Steam/a b.cfg\r\n");
+    EXPECT_EQ(log.substr(17 + 20), "\twrote\tC:\\Steam\\a b.cfg\r\n");  // in Windows form
     const std::string stamp = log.substr(17, 20);
     EXPECT_TRUE(before <= stamp && stamp <= after) << stamp << " is not between " << before << " and " << after;
     EXPECT_FALSE(ActionLogFile(root.Path() + "/no such folder/ludax.log").IsOpen());

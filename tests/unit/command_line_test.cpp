@@ -2,7 +2,14 @@
 // exit status it ends with.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
 #include <filesystem>
+
+#ifndef _WIN32
+#include <sys/utsname.h>
+#endif
 
 #include "command_line.h"
 #include "game_profile.h"
@@ -23,6 +30,7 @@ TEST(CommandLine, ReadsTheCommandsInAnyCaseWithEitherSignAndRefusesTheRest)
         int place;
         bool yes;
         std::string log;
+        std::string steam = "";
     } accepted[] = {
         {{}, Command::Kind::window, nullptr, 0, false, ""},
         {{"/log", "C:/a b.log"}, Command::Kind::window, nullptr, 0, false, "C:/a b.log"},
@@ -31,6 +39,9 @@ TEST(CommandLine, ReadsTheCommandsInAnyCaseWithEitherSignAndRefusesTheRest)
         {{"/install", "CS16"}, Command::Kind::install, &cs16Profile, 0, false, ""},
         {{"-Install", "css", "/PLACE", "12", "-yes", "/log", "x.log"}, Command::Kind::install, &cssProfile, 12, true, "x.log"},
         {{"/place", "2", "/uninstall", "cs16"}, Command::Kind::uninstall, &cs16Profile, 2, false, ""},
+        {{"/Verify", "css", "/steam", "D:\\My Steam", "/log", "v.log"}, Command::Kind::verify, &cssProfile, 0, false, "v.log", "D:\\My Steam"},
+        {{"-steam", "E:/Steam"}, Command::Kind::window, nullptr, 0, false, "", "E:/Steam"},
+        {{"/list", "/log", "l.log"}, Command::Kind::list, nullptr, 0, false, "l.log"},
     };
     for (const auto& c : accepted) {
         Command command;
@@ -41,6 +52,7 @@ TEST(CommandLine, ReadsTheCommandsInAnyCaseWithEitherSignAndRefusesTheRest)
         EXPECT_EQ(command.place, c.place);
         EXPECT_EQ(command.yes, c.yes);
         EXPECT_EQ(command.logPath, c.log);
+        EXPECT_EQ(command.steamFolder, c.steam);
     }
     const struct {
         Args args;
@@ -52,9 +64,13 @@ TEST(CommandLine, ReadsTheCommandsInAnyCaseWithEitherSignAndRefusesTheRest)
         {{"/install", "cs16", "/uninstall", "cs16"}, "one command at a time: /uninstall"},
         {{"/install", "css", "/place", "0"}, "/place takes one number, 1 or more: 0"},
         {{"/install", "css", "/place", "1", "/PLACE", "2"}, "/PLACE given twice"},
-        {{"/list", "/place", "1"}, "/place goes with /install or /uninstall"},
+        {{"/list", "/place", "1"}, "/place goes with /install, /uninstall or /verify"},
+        {{"/verify", "css", "/yes"}, "/yes goes with /install"},
+        {{"/verify", "cs1.6"}, "no game called cs1.6: cs16 or css"},
+        {{"/list", "/steam"}, "/steam needs a value after it"},
         {{"/uninstall", "css", "/yes"}, "/yes goes with /install"},
-        {{"/?", "/log", "x"}, "/log goes with /install, /uninstall, or alone with the window"},
+        {{"/?", "/log", "x"}, "/? takes nothing else"},
+        {{"/steam", "x", "/?"}, "/? takes nothing else"},
         {{"/log"}, "/log needs a value after it"},
     };
     for (const auto& c : refused) {
@@ -75,6 +91,13 @@ CommandResult Ask(const Args& args)
 
 TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
 {
+    // The usage fits an 80-column console and names the new status.
+    const CommandResult usage = Ask({"/?"});
+    EXPECT_EQ(usage.status, 0);
+    for (std::size_t at = 0, end; (end = usage.out.find('\n', at)) != std::string::npos; at = end + 1)
+        EXPECT_LE(end - at, 79u) << usage.out.substr(at, end - at);
+    EXPECT_NE(usage.out.find("\n  9 a file is not as shipped (/verify)\n"), std::string::npos);
+
     DeleteUserRegistryKey(RegisteredSteam::key);
     EXPECT_EQ(Ask({"/list"}).status, 2);
     RegisteredSteam steam;
@@ -94,8 +117,47 @@ TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
     EXPECT_EQ(installed.status, 0);
     EXPECT_EQ(installed.out, "Counter Strike LUDAX config installed successfully!\n");
     EXPECT_EQ(Ask({"/list"}).out, "1\tplayer\tcs16=installed\tcss=absent\n");
-    EXPECT_EQ(Ask({"/install", "cs16"}).status, 4);  // installed already
+
+    // Installed, every file as shipped: a logon script's every later run is a success that writes
+    // nothing, /yes or not. Times set back a day show any rewrite.
+    const std::string archive = place.folder + "/cs16ludax.bak", config = place.cs16Content + "config.cfg",
+                      ludaxCfg = place.cs16Content + "ludax.cfg";
+    const auto dayAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24);
+    for (const std::string& file : {archive, config, ludaxCfg})
+        std::filesystem::last_write_time(std::filesystem::u8path(file), dayAgo);
+    const Tree asShipped = Snapshot(steam.Apps());
+    for (const Args& again : {Args{"/install", "cs16"}, Args{"/install", "cs16", "/yes"}}) {
+        const CommandResult result = Ask(again);
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.out, "already installed\n");
+    }
+    EXPECT_EQ(Snapshot(steam.Apps()), asShipped);
+    // Wine keeps file times less finely than they were set; a rewrite would show a day later.
+    for (const std::string& file : {archive, config, ludaxCfg})
+        EXPECT_LT(std::chrono::abs(std::filesystem::last_write_time(std::filesystem::u8path(file)) - dayAgo),
+                  std::chrono::hours(1))
+            << file;
+    const CommandResult verified = Ask({"/verify", "cs16"});
+    EXPECT_EQ(verified.status, 0);
+    EXPECT_EQ(verified.out + verified.err, "");
+
+    // A file changed and one deleted: /verify names both (9); /install refuses (4) unless /yes.
+    WriteFile(config, "changed by hand");
+    RemovePath(ludaxCfg);
+    const CommandResult differs = Ask({"/verify", "cs16", "/place", "1"});
+    EXPECT_EQ(differs.status, 9);
+    const auto has = [](const std::string& text, const std::string& line) { return text.find(line) != std::string::npos; };
+    EXPECT_TRUE(has(differs.out, "changed\t" + config + "\n")) << differs.out;
+    EXPECT_TRUE(has(differs.out, "missing\t" + ludaxCfg + "\n")) << differs.out;
+    EXPECT_EQ(std::count(differs.out.begin(), differs.out.end(), '\n'), 2) << differs.out;
+    const CommandResult refused = Ask({"/install", "cs16"});
+    EXPECT_EQ(refused.status, 4);
+    EXPECT_TRUE(has(refused.err, "changed\t" + config + "\n") && has(refused.err, "missing\t" + ludaxCfg + "\n"))
+        << refused.err;
+    EXPECT_EQ(ReadFile(config), "changed by hand");
     EXPECT_EQ(Ask({"/install", "cs16", "/yes"}).status, 0);
+    EXPECT_EQ(Ask({"/verify", "cs16"}).status, 0);
+    EXPECT_EQ(Ask({"/verify", "css"}).status, 3);  // in no place
 
     // A second place with the game: one of them must be named.
     WriteFile(AccountFolderEntry(steam.Apps(), "second").cs16Content + "config.cfg", "second's config");
@@ -103,17 +165,26 @@ TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
     EXPECT_EQ(Ask({"/uninstall", "cs16"}).status, 0);  // installed in one place only
     EXPECT_EQ(ReadFile(place.cs16Content + "config.cfg"), "player's config");
     EXPECT_EQ(Ask({"/uninstall", "cs16"}).status, 4);
+    EXPECT_EQ(Ask({"/verify", "cs16", "/place", "1"}).status, 4);  // not installed
+    EXPECT_EQ(Ask({"/verify", "cs16"}).status, 4);
 }
 
 TEST(CommandLine, AnInstallThatStopsIs6AndAnUninstallThatKeepsItsBackupsIs7)
 {
+    // The system's own words for a folder where a file must be.
+#ifdef _WIN32
+    const std::string folderInTheWay = "Access denied.";
+#else
+    const std::string folderInTheWay = "Is a directory";
+#endif
     RegisteredSteam steam;
     const SteamAccount place = AccountFolderEntry(steam.Apps(), "player");
     WriteFile(place.cs16Content + "config.cfg", "player's config");
     MakeFolders(place.cs16Content + "autobuy.txt/in the way");  // a folder where a file must go
     const CommandResult stopped = Ask({"/install", "cs16"});
     EXPECT_EQ(stopped.status, 6);
-    EXPECT_EQ(stopped.err, "Could not back up the file\n" + place.cs16Content + "autobuy.txt\nNothing more was changed.\n");
+    EXPECT_EQ(stopped.err, "Could not back up the file\n" + place.cs16Content + "autobuy.txt\n" + folderInTheWay +
+                               "\nNothing more was changed.\n");
     RemovePath(place.cs16Content + "autobuy.txt/in the way");
     RemovePath(place.cs16Content + "autobuy.txt");
     EXPECT_EQ(Ask({"/install", "cs16", "/yes"}).status, 0);
@@ -123,7 +194,7 @@ TEST(CommandLine, AnInstallThatStopsIs6AndAnUninstallThatKeepsItsBackupsIs7)
     EXPECT_EQ(kept.status, 7);
     EXPECT_EQ(kept.err, "Counter Strike LUDAX config uninstalled!\nSome files could not be put back or removed, so the "
                         "backup was kept. Close the programs that use the game's files, free some disk space, then "
-                        "uninstall again.\n");
+                        "uninstall again.\n" + place.cs16Content + "config.cfg\n" + folderInTheWay + "\n");
 
     // The game away: nothing changes, and the same status.
     RemovePath(place.cs16Content + "config.cfg/in the way");
@@ -159,6 +230,80 @@ TEST(CommandLine, ALogAmongTheGamesFilesOrTheBackupFilesIsRefusedBeforeAnythingI
     // Beside the game's folder, and a name that only starts like a backup file's: a log.
     EXPECT_EQ(Ask({"/install", "cs16", "/log", place.folder + "/cs16ludax.bak.log"}).status, 0);
     EXPECT_TRUE(Exists(place.folder + "/cs16ludax.bak.log"));
+}
+
+// The log's lines, each split at its tabs.
+std::vector<std::vector<std::string>> LogLines(const std::string& log)
+{
+    std::vector<std::vector<std::string>> lines;
+    for (std::size_t at = 0, end; (end = log.find("\r\n", at)) != std::string::npos; at = end + 2) {
+        std::vector<std::string> fields;
+        for (std::size_t from = at, tab;; from = tab + 1) {
+            tab = std::min(log.find('\t', from), end);
+            fields.push_back(log.substr(from, tab - from));
+            if (tab == end)
+                break;
+        }
+        lines.push_back(fields);
+    }
+    return lines;
+}
+
+std::string Backslashed(std::string path)
+{
+    std::replace(path.begin(), path.end(), '/', '\\');
+    return path;
+}
+
+TEST(CommandLine, TheLogRecordsEachRunFromItsStartToItsEndRefusedRunsIncluded)
+{
+    RegisteredSteam steam;
+    const SteamAccount place = AccountFolderEntry(steam.Apps(), "player");
+    WriteFile(place.cs16Content + "config.cfg", "player's config");
+    TempFolder share;
+    const std::string log = share.Path() + "/pc37.log";
+    const auto run = [&](Args args) {
+        args.insert(args.end(), {"/log", log});
+        Command command;
+        std::string error;
+        EXPECT_TRUE(ParseCommandLine(args, command, error)) << error;
+        return RunCommand(command, CommandLineText(args)).status;
+    };
+    EXPECT_EQ(run({"/install", "cs16"}), 0);
+    EXPECT_EQ(run({"/install", "css"}), 3);
+    EXPECT_EQ(run({"/verify", "cs16"}), 0);
+    RemovePath(place.cs16Content + "ludax.cfg");
+    EXPECT_EQ(run({"/verify", "cs16"}), 9);
+
+    const auto lines = LogLines(ReadFile(log));
+    ASSERT_GE(lines.size(), 9u);
+#ifdef _WIN32
+    const char* user = std::getenv("USERNAME");
+    const char* computer = std::getenv("COMPUTERNAME");
+#else
+    const char* user = std::getenv("USER");
+    utsname machine{};
+    uname(&machine);
+    const char* computer = machine.nodename;
+#endif
+    EXPECT_EQ(lines.front(), (std::vector<std::string>{lines.front()[0], "started", "Ludax config. 1.02", computer,
+                                                       user ? user : "", "/install cs16 /log " + log}));
+    // Each action's path in Windows form.
+    const std::string folder = Backslashed(place.folder);
+    for (const auto& line : lines)
+        if (line[1] != "started" && line[1] != "ended") {
+            EXPECT_EQ(line.at(2).substr(0, folder.size()), folder) << line[1];
+        }
+    // The four runs' ends, in the order they ran, each on one line.
+    std::vector<std::vector<std::string>> ends;
+    for (const auto& line : lines)
+        if (line[1] == "ended")
+            ends.push_back({line.begin() + 1, line.end()});
+    EXPECT_EQ(ends, (std::vector<std::vector<std::string>>{{"ended", "0", "installed"},
+                                                           {"ended", "3", "Counter-Strike: Source is in no place Steam holds."},
+                                                           {"ended", "0", "every file as shipped"},
+                                                           {"ended", "9", "1 of the files not as shipped"}}));
+    EXPECT_EQ(lines.back()[1], "ended");
 }
 
 }  // namespace

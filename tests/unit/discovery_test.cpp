@@ -35,23 +35,49 @@ TEST(Discovery, SteamPathIsUsedExactlyAsStored)
     // 259 characters and the NUL fill the 260-byte buffer; one more does not fit.
     std::string longest(259, 'x');
     SetUserRegistryString(testKey, "SteamPath", longest);
-    EXPECT_EQ(sys::ReadUserRegistryString(testKey, "SteamPath").read, sys::RegistryRead::ok);
-    EXPECT_EQ(sys::ReadUserRegistryString(testKey, "SteamPath").text, longest);
+    EXPECT_EQ(sys::ReadRegistryString(sys::RegistryHive::user, testKey, "SteamPath").read, sys::RegistryRead::ok);
+    EXPECT_EQ(sys::ReadRegistryString(sys::RegistryHive::user, testKey, "SteamPath").text, longest);
     SetUserRegistryString(testKey, "SteamPath", longest + "x");
-    const sys::RegistryString tooLong = sys::ReadUserRegistryString(testKey, "SteamPath");
+    const sys::RegistryString tooLong = sys::ReadRegistryString(sys::RegistryHive::user, testKey, "SteamPath");
     EXPECT_EQ(tooLong.read, sys::RegistryRead::valueUnreadable);
     EXPECT_NE(tooLong.reason.code, 0u);
     // ERROR_FILE_NOT_FOUND on Windows, and ENOENT, its POSIX counterpart, in the stand-in: both 2.
-    const sys::RegistryString noValue = sys::ReadUserRegistryString(testKey, "NoSuchValue");
+    const sys::RegistryString noValue = sys::ReadRegistryString(sys::RegistryHive::user, testKey, "NoSuchValue");
     EXPECT_EQ(noValue.read, sys::RegistryRead::valueUnreadable);
     EXPECT_EQ(noValue.reason, sys::Reason::System(2));
     EXPECT_EQ(ReadSteamappsPath(testKey).read, sys::RegistryRead::valueUnreadable);
     DeleteUserRegistryKey(testKey);
-    EXPECT_EQ(sys::ReadUserRegistryString(testKey, "SteamPath").read, sys::RegistryRead::keyMissing);
+    EXPECT_EQ(sys::ReadRegistryString(sys::RegistryHive::user, testKey, "SteamPath").read, sys::RegistryRead::keyMissing);
     const SteamPath noKey = ReadSteamappsPath(testKey);
     EXPECT_EQ(noKey.read, sys::RegistryRead::keyMissing);
     EXPECT_EQ(noKey.reason, sys::Reason::System(2));
     EXPECT_EQ(noKey.steamappsPath, "");
+}
+
+TEST(Discovery, ACommandTakesTheNamedSteamThenTheUsersThenTheMachines32BitEntryThenIts64BitOne)
+{
+    const std::string machineKey = "SOFTWARE\\Valve\\Steam";
+    const auto clear = [&] {
+        DeleteUserRegistryKey(RegisteredSteam::key);
+        DeleteRegistryKey(RegistryHive::machine32, machineKey);
+        DeleteRegistryKey(RegistryHive::machine64, machineKey);
+    };
+    clear();
+    EXPECT_EQ(FindSteam("").read, sys::RegistryRead::keyMissing);
+    EXPECT_EQ(FindSteam("").steamappsPath, "");
+    SetRegistryString(RegistryHive::machine64, machineKey, "InstallPath", "D:\\Steam 64");
+    EXPECT_EQ(FindSteam("").steamappsPath, "D:\\Steam 64/steamapps/");
+    SetRegistryString(RegistryHive::machine32, machineKey, "InstallPath", "C:\\Program Files (x86)\\Steam");
+    EXPECT_EQ(FindSteam("").steamappsPath, "C:\\Program Files (x86)\\Steam/steamapps/");
+    // The window reads the user's entry only.
+    EXPECT_EQ(ReadSteamappsPath().read, sys::RegistryRead::keyMissing);
+    SetUserRegistryString(RegisteredSteam::key, "SteamPath", "c:/program files (x86)/steam");
+    EXPECT_EQ(FindSteam("").steamappsPath, "c:/program files (x86)/steam/steamapps/");
+    EXPECT_EQ(FindSteam("E:\\Named Steam").steamappsPath, "E:\\Named Steam/steamapps/");
+    EXPECT_EQ(FindSteam("E:\\Named Steam").read, sys::RegistryRead::ok);
+    clear();
+    // A named folder needs no registry at all.
+    EXPECT_EQ(FindSteam("E:\\Named Steam").steamappsPath, "E:\\Named Steam/steamapps/");
 }
 
 TEST(Discovery, ListingKeepsEveryEntryAndTellsFilesFromFolders)

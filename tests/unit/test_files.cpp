@@ -271,9 +271,10 @@ bool MakeLink(const std::string& target, const std::string& link)
            Soon([&] { return GetFileAttributesW(fs::u8path(link).wstring().c_str()) != INVALID_FILE_ATTRIBUTES; });
 }
 
-LockedFile::LockedFile(const std::string& path)
+LockedFile::LockedFile(const std::string& path, Sharing sharing)
 {
-    HANDLE file = CreateFileW(fs::u8path(path).wstring().c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+    HANDLE file = CreateFileW(fs::u8path(path).wstring().c_str(), GENERIC_READ | GENERIC_WRITE,
+                              sharing == Sharing::readers ? FILE_SHARE_READ : 0, nullptr,
                               OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file != INVALID_HANDLE_VALUE)
         handle = file;
@@ -292,7 +293,7 @@ bool MakeLink(const std::string& target, const std::string& link)
     return symlink(target.c_str(), link.c_str()) == 0;
 }
 
-LockedFile::LockedFile(const std::string&) {}
+LockedFile::LockedFile(const std::string&, Sharing) {}
 
 LockedFile::~LockedFile() = default;
 

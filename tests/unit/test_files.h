@@ -69,11 +69,13 @@ const std::string archiveHeader("\x01\0\0\0", 4);
 // Sets the file's size without writing its bytes (a sparse file where the file system allows).
 void ResizeFile(const std::string& path, std::uint64_t size);
 
-// Keeps a file open for writing with no sharing, so that nobody else can open it meanwhile
-// (Windows only; POSIX has no such lock).
+// Keeps a file open for writing with no sharing, so that nobody else can open it meanwhile, or
+// with readers let in, so that it can be read but not written (Windows only; POSIX has no such
+// lock).
 class LockedFile {
 public:
-    explicit LockedFile(const std::string& path);
+    enum class Sharing { none, readers };
+    explicit LockedFile(const std::string& path, Sharing sharing = Sharing::none);
     ~LockedFile();
     LockedFile(const LockedFile&) = delete;
     LockedFile& operator=(const LockedFile&) = delete;

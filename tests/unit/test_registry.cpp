@@ -13,20 +13,35 @@ std::wstring Wide(const std::string& utf8)
     return wide;
 }
 
+HKEY Root(RegistryHive hive) { return hive == RegistryHive::user ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE; }
+
+REGSAM View(RegistryHive hive)
+{
+    return hive == RegistryHive::machine32 ? KEY_WOW64_32KEY : hive == RegistryHive::machine64 ? KEY_WOW64_64KEY : 0;
+}
+
 }  // namespace
 
 // As Steam stores its values: UTF-16.
-void SetUserRegistryString(const std::string& key, const std::string& value, const std::string& text)
+void SetRegistryString(RegistryHive hive, const std::string& key, const std::string& value, const std::string& text)
 {
     HKEY handle;
-    RegCreateKeyExW(HKEY_CURRENT_USER, Wide(key).c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &handle, nullptr);
+    RegCreateKeyExW(Root(hive), Wide(key).c_str(), 0, nullptr, 0, KEY_SET_VALUE | View(hive), nullptr, &handle, nullptr);
     const std::wstring wide = Wide(text);
     RegSetValueExW(handle, Wide(value).c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(wide.c_str()),
                    static_cast<DWORD>((wide.size() + 1) * sizeof(wchar_t)));
     RegCloseKey(handle);
 }
 
-void DeleteUserRegistryKey(const std::string& key) { RegDeleteTreeA(HKEY_CURRENT_USER, key.c_str()); }
+void DeleteRegistryKey(RegistryHive hive, const std::string& key)
+{
+    HKEY opened;
+    if (RegOpenKeyExA(Root(hive), key.c_str(), 0, KEY_ALL_ACCESS | View(hive), &opened) != ERROR_SUCCESS)
+        return;
+    RegDeleteTreeA(opened, nullptr);
+    RegCloseKey(opened);
+    RegDeleteKeyExA(Root(hive), key.c_str(), View(hive), 0);
+}
 
 #else
 #include <cstdlib>
@@ -36,10 +51,13 @@ void DeleteUserRegistryKey(const std::string& key) { RegDeleteTreeA(HKEY_CURRENT
 
 namespace {
 
-std::string KeyFolder(const std::string& key)
+std::string KeyFolder(RegistryHive hive, const std::string& key)
 {
     const char* root = std::getenv("LUDAX_REGISTRY");
-    std::string folder = std::string(root ? root : "") + "/HKEY_CURRENT_USER/";
+    std::string folder = std::string(root ? root : "") +
+                         (hive == RegistryHive::user        ? "/HKEY_CURRENT_USER/"
+                          : hive == RegistryHive::machine32 ? "/HKEY_LOCAL_MACHINE-32/"
+                                                                 : "/HKEY_LOCAL_MACHINE-64/");
     for (char c : key)
         folder += c == '\\' ? '/' : c;
     return folder;
@@ -54,16 +72,16 @@ void RegistryRoot()
 
 }  // namespace
 
-void SetUserRegistryString(const std::string& key, const std::string& value, const std::string& text)
+void SetRegistryString(RegistryHive hive, const std::string& key, const std::string& value, const std::string& text)
 {
     RegistryRoot();
-    WriteFile(KeyFolder(key) + "/" + value, text);
+    WriteFile(KeyFolder(hive, key) + "/" + value, text);
 }
 
-void DeleteUserRegistryKey(const std::string& key)
+void DeleteRegistryKey(RegistryHive hive, const std::string& key)
 {
     RegistryRoot();
     std::error_code ignored;
-    std::filesystem::remove_all(KeyFolder(key), ignored);
+    std::filesystem::remove_all(KeyFolder(hive, key), ignored);
 }
 #endif

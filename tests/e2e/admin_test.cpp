@@ -1,0 +1,277 @@
+// Ludax.exe as a LAN admin runs it on many PCs: from a script's account that has no Steam entry of
+// its own, again at every logon, to check a PC's files, with a log that answers "what happened on
+// PC 37?", and through the shipped deploy script under cmd. (How the entries are tried in turn and
+// which files count as changed: the unit tests' Discovery and CommandLine cases.)
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <chrono>
+#include <filesystem>
+
+#include "command_run.h"
+#include "ludax_session.h"
+#include "player_pc.h"
+#include "message_box_reader.h"
+#include "test_registry.h"
+#include "window_finder.h"
+#include "text.h"
+
+namespace {
+
+const std::string machineKey = "SOFTWARE\\Valve\\Steam";
+
+// No Steam entry in the registry: the user's, and the machine's in both views.
+void ClearSteamEntries()
+{
+    SteamFolder::RemoveKey();
+    DeleteRegistryKey(RegistryHive::machine32, machineKey);
+    DeleteRegistryKey(RegistryHive::machine64, machineKey);
+}
+
+// The log's lines without their times, each split at its tabs.
+std::vector<std::vector<std::string>> LogLines(const std::string& log)
+{
+    std::vector<std::vector<std::string>> lines;
+    for (std::size_t at = 0, end; (end = log.find("\r\n", at)) != std::string::npos; at = end + 2) {
+        std::vector<std::string> fields;
+        for (std::size_t from = at + 21, tab;; from = tab + 1) {
+            tab = std::min(log.find('\t', from), end);
+            fields.push_back(log.substr(from, tab - from));
+            if (tab == end)
+                break;
+        }
+        lines.push_back(fields);
+    }
+    return lines;
+}
+
+std::string Environment(const char* name)
+{
+    char value[256] = {};
+    return std::string(value, GetEnvironmentVariableA(name, value, sizeof value));
+}
+
+// The run's first line as the log must hold it.
+std::vector<std::string> Started(const std::string& commandLine)
+{
+    return {"started", "Ludax config. 1.02", Environment("COMPUTERNAME"), Environment("USERNAME"), commandLine};
+}
+
+using Time = std::filesystem::file_time_type;
+
+Time WrittenAt(const std::string& path) { return std::filesystem::last_write_time(std::filesystem::u8path(path)); }
+
+}  // namespace
+
+TEST(Admin, AScriptUnderAnotherAccountFindsSteamByNameOrByTheMachinesEntry)
+{
+    SteamFolder steam;
+    steam.AddAccount("player", cs16Game);
+    const std::string folder = Backslashed(steam.Path());
+    ClearSteamEntries();
+    EXPECT_EQ(RunLudaxCommand("/list"),
+              (CommandRun{2, "",
+                          "Steam was not found: the registry holds neither SteamPath under "
+                          "HKEY_CURRENT_USER\\Software\\Valve\\Steam nor InstallPath under "
+                          "HKEY_LOCAL_MACHINE\\SOFTWARE\\Valve\\Steam. Name Steam's folder with /steam DIR.\r\n"}));
+    EXPECT_EQ(RunLudaxCommand("/list /steam " + Quoted(folder)), (CommandRun{0, "1\tplayer\tcs16=present\tcss=absent\r\n", ""}));
+    EXPECT_EQ(RunLudaxCommand("/install cs16 /steam " + Quoted(folder)),
+              (CommandRun{0, "Counter Strike LUDAX config installed successfully!\r\n", ""}));
+
+    // Only the machine's entry, where Steam's installer writes it (the 32-bit view), then in the
+    // 64-bit view.
+    SetRegistryString(RegistryHive::machine32, machineKey, "InstallPath", folder);
+    EXPECT_EQ(RunLudaxCommand("/list"), (CommandRun{0, "1\tplayer\tcs16=installed\tcss=absent\r\n", ""}));
+    DeleteRegistryKey(RegistryHive::machine32, machineKey);
+    SetRegistryString(RegistryHive::machine64, machineKey, "InstallPath", folder);
+    EXPECT_EQ(RunLudaxCommand("/uninstall cs16"), (CommandRun{0, "Counter Strike LUDAX config uninstalled!\r\n", ""}));
+    EXPECT_EQ(RunLudaxCommand("/list"), (CommandRun{0, "1\tplayer\tcs16=present\tcss=absent\r\n", ""}));
+    ClearSteamEntries();
+
+    // The window opens on the folder named, with no entry at all.
+    LudaxSession window("/steam " + Quoted(folder));
+    ASSERT_NE(window.window, nullptr) << window.failure;
+    EXPECT_TRUE(window.Enabled()[cs16Install]);
+    window.Close();
+}
+
+TEST(Admin, InstallAgainWritesNothingVerifyNamesWhatIsNotAsShippedAndTheLogTellsItAll)
+{
+    SteamFolder steam;
+    steam.AddAccount("player", cs16Game);
+    steam.Register();
+    const std::string content = steam.Account("player") + "/counter-strike/cstrike/";
+    const std::string archive = steam.Account("player") + "/cs16ludax.bak", list = steam.Account("player") + "/cs16ludax_1.bak";
+    TempFolder share;
+    const std::string log = Backslashed(share.Path() + "/PC37.log");
+    const std::string withLog = " /log " + Quoted(log);
+
+    EXPECT_EQ(RunLudaxCommand("/verify cs16" + withLog),
+              (CommandRun{4, "", "The configuration of Counter-Strike 1.6 is installed nowhere.\r\n"}));
+    EXPECT_EQ(RunLudaxCommand("/install cs16" + withLog).status, 0u);
+    EXPECT_EQ(RunLudaxCommand("/verify cs16" + withLog), (CommandRun{0, "", ""}));
+
+    // A logon script's second run: a success, and not a byte or a time changed. Times set back
+    // a day show a rewrite.
+    const Time dayAgo = Time::clock::now() - std::chrono::hours(24);
+    const std::vector<std::string> watched = {archive, list, content + "config.cfg", content + "ludax.cfg"};
+    for (const std::string& file : watched)
+        std::filesystem::last_write_time(std::filesystem::u8path(file), dayAgo);
+    const auto installed = Snapshot(steam.Path());
+    EXPECT_EQ(RunLudaxCommand("/install cs16" + withLog), (CommandRun{0, "already installed\r\n", ""}));
+    EXPECT_EQ(Snapshot(steam.Path()), installed);
+    for (const std::string& file : watched)
+        EXPECT_LT(std::chrono::abs(WrittenAt(file) - dayAgo), std::chrono::hours(1)) << file;
+
+    // A file changed, then another deleted: each named.
+    WriteFile(content + "config.cfg", "bind x quit\r\n");
+    EXPECT_EQ(RunLudaxCommand("/verify cs16" + withLog), (CommandRun{9, "changed\t" + content + "config.cfg\r\n", ""}));
+    RemovePath(content + "config.cfg");
+    RemovePath(content + "ludax.cfg");
+    const CommandRun missing = RunLudaxCommand("/verify cs16 /place 1");
+    EXPECT_EQ(missing.status, 9u);
+    EXPECT_NE(missing.out.find("missing\t" + content + "config.cfg\r\n"), std::string::npos) << missing;
+    EXPECT_NE(missing.out.find("missing\t" + content + "ludax.cfg\r\n"), std::string::npos) << missing;
+    EXPECT_EQ(std::count(missing.out.begin(), missing.out.end(), '\n'), 2) << missing;
+    EXPECT_EQ(RunLudaxCommand("/install cs16 /yes" + withLog).status, 0u);
+
+    // Refused runs are logged too: a command line the program does not take, and another copy
+    // running.
+    EXPECT_EQ(RunLudaxCommand("/verify cs17" + withLog).status, 1u);
+    {
+        LudaxSession window;
+        ASSERT_NE(window.window, nullptr) << window.failure;
+        EXPECT_EQ(RunLudaxCommand("/verify cs16" + withLog).status, 8u);
+        window.Close();
+    }
+
+    const auto lines = LogLines(ReadFile(log));
+    std::vector<std::vector<std::string>> runs;  // each run's first and last line
+    for (const auto& line : lines)
+        if (line[0] == "started" || line[0] == "ended")
+            runs.push_back(line);
+    const std::vector<std::vector<std::string>> expected = {
+        Started("/verify cs16 /log " + log),
+        {"ended", "4", "The configuration of Counter-Strike 1.6 is installed nowhere."},
+        Started("/install cs16 /log " + log),
+        {"ended", "0", "installed"},
+        Started("/verify cs16 /log " + log),
+        {"ended", "0", "every file as shipped"},
+        Started("/install cs16 /log " + log),
+        {"ended", "0", "already installed, every file as shipped"},
+        Started("/verify cs16 /log " + log),
+        {"ended", "9", "1 of the files not as shipped"},
+        Started("/install cs16 /yes /log " + log),
+        {"ended", "0", "installed"},
+        Started("/verify cs17 /log " + log),
+        {"ended", "1", "no game called cs17: cs16 or css"},
+        Started("/verify cs16 /log " + log),
+        {"ended", "8", "Another copy of Ludax config. is running (its window, or another command): wait until it ends, "
+                       "then start this one again."},
+    };
+    EXPECT_EQ(runs, expected);
+    // Between them, each action with its path in Windows form.
+    std::size_t actions = 0;
+    for (const auto& line : lines)
+        if (line[0] != "started" && line[0] != "ended") {
+            ++actions;
+            EXPECT_EQ(line.at(1).rfind(Backslashed(steam.Account("player")), 0), 0u) << line[0] << " " << line[1];
+        }
+    EXPECT_GT(actions, 2 * ManifestNames("cs16").size());
+}
+
+TEST(Admin, AFailureSaysWhyOnStandardErrorAndInTheLog)
+{
+    SteamFolder steam;
+    steam.AddAccount("player", cs16Game);
+    steam.Register();
+    const std::string content = steam.Account("player") + "/counter-strike/cstrike/";
+    const auto before = Snapshot(steam.Path());
+    TempFolder share;
+    const std::string log = share.Path() + "/PC37.log";
+    {
+        // Another program reads the player's config.cfg and lets nobody write it: backed up, not
+        // written.
+        LockedFile held(content + "config.cfg", LockedFile::Sharing::readers);
+        ASSERT_TRUE(held.Locked());
+        EXPECT_EQ(RunLudaxCommand("/install cs16 /log " + Quoted(log)),
+                  (CommandRun{6, "",
+                              "Could not write the file\r\n" + content + "config.cfg\r\nSharing violation.\r\n"
+                              "Nothing more was changed.\r\n"}));
+    }
+    const auto lines = LogLines(ReadFile(log));
+    ASSERT_FALSE(lines.empty());
+    EXPECT_EQ(lines.back(), (std::vector<std::string>{"ended", "6", "the install stopped at " + Backslashed(content) +
+                                                                         "config.cfg: Sharing violation."}));
+    EXPECT_EQ(RunLudaxCommand("/uninstall cs16").status, 0u);
+    EXPECT_EQ(Snapshot(steam.Path()), before);
+}
+
+TEST(Admin, TheDeployScriptInstallsVerifiesAppendsItsLogToTheShareAndEndsWithTheStatus)
+{
+    SteamFolder steam;
+    steam.AddAccount("player", cs16Game);
+    steam.Register();
+    const std::string content = steam.Account("player") + "/counter-strike/cstrike/";
+    TempFolder share;
+    const std::wstring script = Widen(Backslashed(LUDAX_SOURCE_DIR "/deploy/ludax-deploy.cmd"));
+    const auto deploy = [&] {
+        return RunCommandLine(L"C:\\windows\\system32\\cmd.exe", L"cmd.exe /c \"\"" + script + L"\" cs16 \"" +
+                                                                     Widen(Backslashed(share.Path())) + L"\" \"" +
+                                                                     LudaxExePath() + L"\"\"");
+    };
+    const std::string computer = Environment("COMPUTERNAME"), shared = share.Path() + "/" + computer + ".log";
+
+    const CommandRun first = deploy();
+    EXPECT_EQ(first, (CommandRun{0,
+                                 "Counter Strike LUDAX config installed successfully!\r\nludax-deploy: cs16 on " +
+                                     computer + " ended with status 0\r\n",
+                                 ""}));
+    EXPECT_EQ(deploy(), (CommandRun{0, "already installed\r\nludax-deploy: cs16 on " + computer + " ended with status 0\r\n", ""}));
+    // A file changed since: the install refuses (4) and names it; the script ends with its status.
+    WriteFile(content + "ludax.cfg", "changed\r\n");
+    const CommandRun changed = deploy();
+    EXPECT_EQ(changed.status, 4u) << changed;
+    EXPECT_NE(changed.err.find("changed\t" + content + "ludax.cfg\r\n"), std::string::npos) << changed;
+
+    // The share's log holds every run of this PC, each from its start to its end.
+    std::vector<std::string> ends;
+    for (const auto& line : LogLines(ReadFile(shared)))
+        if (line[0] == "ended")
+            ends.push_back(line[1] + " " + line[2]);
+    EXPECT_EQ(ends, (std::vector<std::string>{"0 installed", "0 every file as shipped",
+                                              "0 already installed, every file as shipped", "0 every file as shipped",
+                                              "4 installed already, 1 of the files not as shipped"}));
+}
+
+TEST(Admin, TheUsageStartedFromExplorerWithNoConsoleShowsInABox)
+{
+    // This test program, copied as "explorer.exe", starts Ludax.exe from no console.
+    TempFolder folder;
+    const std::wstring explorer = Widen(folder.Path() + "/explorer.exe");
+    wchar_t self[MAX_PATH] = {};
+    GetModuleFileNameW(nullptr, self, MAX_PATH);
+    ASSERT_TRUE(CopyFileW(self, explorer.c_str(), FALSE));
+    LaunchedProcess started(explorer, L"\"" + LudaxExePath() + L"\" /?");
+    HWND box = nullptr;
+    EXPECT_TRUE(WaitUntil([&] {
+        EnumWindows(
+            [](HWND window, LPARAM found) {
+                if (IsWindowVisible(window) && ClassOf(window) == L"#32770" && TextOf(window) == "Ludax config.")
+                    *reinterpret_cast<HWND*>(found) = window;
+                return TRUE;
+            },
+            reinterpret_cast<LPARAM>(&box));
+        return box != nullptr;
+    })) << "no box came";
+    if (!box)
+        return;
+    const Box shown = ReadMessageBox(box);
+    EXPECT_EQ(shown.text.rfind("Ludax config. installs the LUDAX tournament's configuration for Counter-Strike\n", 0), 0u)
+        << shown.text;
+    EXPECT_NE(shown.text.find("\n  9 a file is not as shipped (/verify)"), std::string::npos) << shown.text;
+    EXPECT_EQ(shown.buttons, std::vector<int>{IDOK});
+    EXPECT_TRUE(PressButton(box, IDOK));
+    EXPECT_EQ(started.WaitForExit(defaultTimeoutMs), std::optional<DWORD>(0));
+}
