@@ -144,12 +144,19 @@ TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
     // A file changed and one deleted: /verify names both (9); /install refuses (4) unless /yes.
     WriteFile(config, "changed by hand");
     RemovePath(ludaxCfg);
+    std::string autobuy = ReadFile(place.cs16Content + "autobuy.txt");  // its size kept, one byte not
+    autobuy.back() ^= 1;
+    WriteFile(place.cs16Content + "autobuy.txt", autobuy);
+    const std::string userconfig = place.cs16Content + "userconfig.cfg";  // a line added at its end
+    WriteFile(userconfig, ReadFile(userconfig) + "bind x quit\r\n");
     const CommandResult differs = Ask({"/verify", "cs16", "/place", "1"});
     EXPECT_EQ(differs.status, 9);
     const auto has = [](const std::string& text, const std::string& line) { return text.find(line) != std::string::npos; };
     EXPECT_TRUE(has(differs.out, "changed\t" + config + "\n")) << differs.out;
     EXPECT_TRUE(has(differs.out, "missing\t" + ludaxCfg + "\n")) << differs.out;
-    EXPECT_EQ(std::count(differs.out.begin(), differs.out.end(), '\n'), 2) << differs.out;
+    EXPECT_TRUE(has(differs.out, "changed\t" + place.cs16Content + "autobuy.txt\n")) << differs.out;
+    EXPECT_TRUE(has(differs.out, "changed\t" + userconfig + "\n")) << differs.out;
+    EXPECT_EQ(std::count(differs.out.begin(), differs.out.end(), '\n'), 4) << differs.out;
     const CommandResult refused = Ask({"/install", "cs16"});
     EXPECT_EQ(refused.status, 4);
     EXPECT_TRUE(has(refused.err, "changed\t" + config + "\n") && has(refused.err, "missing\t" + ludaxCfg + "\n"))
