@@ -29,23 +29,6 @@ void ClearSteamEntries()
     DeleteRegistryKey(RegistryHive::machine64, machineKey);
 }
 
-// The log's lines without their times, each split at its tabs.
-std::vector<std::vector<std::string>> LogLines(const std::string& log)
-{
-    std::vector<std::vector<std::string>> lines;
-    for (std::size_t at = 0, end; (end = log.find("\r\n", at)) != std::string::npos; at = end + 2) {
-        std::vector<std::string> fields;
-        for (std::size_t from = at + 21, tab;; from = tab + 1) {
-            tab = std::min(log.find('\t', from), end);
-            fields.push_back(log.substr(from, tab - from));
-            if (tab == end)
-                break;
-        }
-        lines.push_back(fields);
-    }
-    return lines;
-}
-
 std::string Environment(const char* name)
 {
     char value[256] = {};
@@ -146,7 +129,7 @@ TEST(Admin, InstallAgainWritesNothingVerifyNamesWhatIsNotAsShippedAndTheLogTells
         window.Close();
     }
 
-    const auto lines = LogLines(ReadFile(log));
+    const auto lines = LogFields(ReadFile(log));
     std::vector<std::vector<std::string>> runs;  // each run's first and last line
     for (const auto& line : lines)
         if (line[0] == "started" || line[0] == "ended")
@@ -200,7 +183,7 @@ TEST(Admin, AFailureSaysWhyOnStandardErrorAndInTheLog)
                               "Could not write the file\r\n" + content + "config.cfg\r\nSharing violation.\r\n"
                               "Nothing more was changed.\r\n"}));
     }
-    const auto lines = LogLines(ReadFile(log));
+    const auto lines = LogFields(ReadFile(log));
     ASSERT_FALSE(lines.empty());
     EXPECT_EQ(lines.back(), (std::vector<std::string>{"ended", "6", "the install stopped at " + Backslashed(content) +
                                                                          "config.cfg: Sharing violation."}));
@@ -237,7 +220,7 @@ TEST(Admin, TheDeployScriptInstallsVerifiesAppendsItsLogToTheShareAndEndsWithThe
 
     // The share's log holds every run of this PC, each from its start to its end.
     std::vector<std::string> ends;
-    for (const auto& line : LogLines(ReadFile(shared)))
+    for (const auto& line : LogFields(ReadFile(shared)))
         if (line[0] == "ended")
             ends.push_back(line[1] + " " + line[2]);
     EXPECT_EQ(ends, (std::vector<std::string>{"0 installed", "0 every file as shipped",

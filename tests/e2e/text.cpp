@@ -21,10 +21,3 @@ std::string Utf8(const std::wstring& text)
     WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), bytes.data(), length, nullptr, nullptr);
     return bytes;
 }
-
-std::string Backslashed(std::string path)
-{
-    for (char& c : path)
-        c = c == '/' ? '\\' : c;
-    return path;
-}

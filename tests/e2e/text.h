@@ -5,6 +5,3 @@
 
 std::wstring Widen(const std::string& text);
 std::string Utf8(const std::wstring& text);
-
-// `path` with '\' for each '/', as Windows writes paths.
-std::string Backslashed(std::string path);

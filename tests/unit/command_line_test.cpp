@@ -239,29 +239,6 @@ TEST(CommandLine, ALogAmongTheGamesFilesOrTheBackupFilesIsRefusedBeforeAnythingI
     EXPECT_TRUE(Exists(place.folder + "/cs16ludax.bak.log"));
 }
 
-// The log's lines, each split at its tabs.
-std::vector<std::vector<std::string>> LogLines(const std::string& log)
-{
-    std::vector<std::vector<std::string>> lines;
-    for (std::size_t at = 0, end; (end = log.find("\r\n", at)) != std::string::npos; at = end + 2) {
-        std::vector<std::string> fields;
-        for (std::size_t from = at, tab;; from = tab + 1) {
-            tab = std::min(log.find('\t', from), end);
-            fields.push_back(log.substr(from, tab - from));
-            if (tab == end)
-                break;
-        }
-        lines.push_back(fields);
-    }
-    return lines;
-}
-
-std::string Backslashed(std::string path)
-{
-    std::replace(path.begin(), path.end(), '/', '\\');
-    return path;
-}
-
 TEST(CommandLine, TheLogRecordsEachRunFromItsStartToItsEndRefusedRunsIncluded)
 {
     RegisteredSteam steam;
@@ -282,7 +259,7 @@ TEST(CommandLine, TheLogRecordsEachRunFromItsStartToItsEndRefusedRunsIncluded)
     RemovePath(place.cs16Content + "ludax.cfg");
     EXPECT_EQ(run({"/verify", "cs16"}), 9);
 
-    const auto lines = LogLines(ReadFile(log));
+    const auto lines = LogFields(ReadFile(log));
     ASSERT_GE(lines.size(), 9u);
 #ifdef _WIN32
     const char* user = std::getenv("USERNAME");
@@ -293,24 +270,24 @@ TEST(CommandLine, TheLogRecordsEachRunFromItsStartToItsEndRefusedRunsIncluded)
     uname(&machine);
     const char* computer = machine.nodename;
 #endif
-    EXPECT_EQ(lines.front(), (std::vector<std::string>{lines.front()[0], "started", "Ludax config. 1.02", computer,
-                                                       user ? user : "", "/install cs16 /log " + log}));
+    EXPECT_EQ(lines.front(), (std::vector<std::string>{"started", "Ludax config. 1.02", computer, user ? user : "",
+                                                       "/install cs16 /log " + log}));
     // Each action's path in Windows form.
     const std::string folder = Backslashed(place.folder);
     for (const auto& line : lines)
-        if (line[1] != "started" && line[1] != "ended") {
-            EXPECT_EQ(line.at(2).substr(0, folder.size()), folder) << line[1];
+        if (line[0] != "started" && line[0] != "ended") {
+            EXPECT_EQ(line.at(1).substr(0, folder.size()), folder) << line[0];
         }
     // The four runs' ends, in the order they ran, each on one line.
     std::vector<std::vector<std::string>> ends;
     for (const auto& line : lines)
-        if (line[1] == "ended")
-            ends.push_back({line.begin() + 1, line.end()});
+        if (line[0] == "ended")
+            ends.push_back(line);
     EXPECT_EQ(ends, (std::vector<std::vector<std::string>>{{"ended", "0", "installed"},
                                                            {"ended", "3", "Counter-Strike: Source is in no place Steam holds."},
                                                            {"ended", "0", "every file as shipped"},
                                                            {"ended", "9", "1 of the files not as shipped"}}));
-    EXPECT_EQ(lines.back()[1], "ended");
+    EXPECT_EQ(lines.back()[0], "ended");
 }
 
 }  // namespace

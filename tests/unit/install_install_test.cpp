@@ -85,44 +85,6 @@ TEST(Install, ReinstallAfterYesRewritesTargetsAndLeavesTheBackupFilesAlone)
     EXPECT_TRUE(scene.account.hasCs16Backup);
 }
 
-TEST(Install, AFolderThatCannotBeMadeStopsWithBackupFilesThatUndoWhatWasDone)
-{
-    InstallScene scene;
-    const std::string& c = scene.content;
-    // A file where the second record needs the folder resource/background.
-    WriteFile(c + "resource", "the player's file");
-    const auto before = Snapshot(c);
-    const InstallOutcome outcome = scene.Install();
-    EXPECT_EQ(outcome.result, Result::folderFailed);
-    EXPECT_EQ(outcome.path, c + "resource/background");
-    EXPECT_NE(outcome.reason.code, 0u) << "the system's reason for the folder it could not make";
-    EXPECT_FALSE(scene.account.hasCs16Backup);
-
-    // The first record was written. The removal list named, before anything was made, every
-    // file and folder the install was to make.
-    EXPECT_EQ(ReadFile(c + "cfg/ludax/binds.cfg"), scene.files[0].data);
-    EXPECT_EQ(ReadFile(scene.archivePath), archiveHeader);
-    EXPECT_EQ(ReadFile(scene.removalListPath), c + "cfg/ludax/binds.cfg\r\n" + c + "resource/background/x.tga\r\n" +
-                                                   c + "a.txt\r\n" + c + "cfg/config.cfg\r\n" + c +
-                                                   "resource/background\r\n" + c + "cfg/ludax\r\n" + c + "cfg\r\n");
-
-    // The next start finds the archive and offers the uninstall, which puts the folder back.
-    scene.account.hasCs16Backup = true;
-    EXPECT_FALSE(scene.Uninstall().backupKept);
-    EXPECT_EQ(Snapshot(c), before);
-    EXPECT_FALSE(Exists(scene.archivePath));
-    EXPECT_FALSE(Exists(scene.removalListPath));
-
-    // The game's own folder gone since the start: nothing is made in its place.
-    InstallScene gone;
-    RemovePath(gone.content.substr(0, gone.content.size() - 1));
-    RemovePath(gone.account.cs16Game);
-    const InstallOutcome refused = gone.Install();
-    EXPECT_EQ(refused.result, Result::folderFailed);
-    EXPECT_EQ(refused.reason, sys::Reason::Refused(sys::Reason::Own::gameFolderGone));
-    EXPECT_FALSE(Exists(gone.account.cs16Game));
-}
-
 TEST(Install, ALaterInstallCoversWhatANewerSetOrThePlayerAddedAndUndoesNothingEarlier)
 {
     InstallScene scene;

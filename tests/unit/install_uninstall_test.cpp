@@ -49,19 +49,6 @@ TEST(Uninstall, APlayersFileInACreatedFolderKeepsThatFolder)
                     {"counter-strike/cstrike/resource/background/mine.tga", "mine"}}));
 }
 
-TEST(Uninstall, RemovalListLinesAreReadToTheFirstEmptyOneAndTheListGoesAnyway)
-{
-    InstallScene scene;
-    const std::string& c = scene.content;
-    for (const char* name : {"one.cfg", "two.cfg"})
-        WriteFile(c + name, name);
-    // An empty second line ends the deletions there.
-    WriteFile(scene.removalListPath, c + "one.cfg\r\n\r\n" + c + "two.cfg\r\n");
-    scene.Uninstall();
-    EXPECT_EQ(Snapshot(c), (Tree{{"two.cfg", "two.cfg"}}));
-    EXPECT_FALSE(Exists(scene.removalListPath));
-}
-
 TEST(Uninstall, ArchiveMissingTooShortOrWithAnyHeader)
 {
     {

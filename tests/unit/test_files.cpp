@@ -1,3 +1,4 @@
+#include <algorithm>
 #include "test_files.h"
 
 #include <atomic>
@@ -347,4 +348,24 @@ std::string LibraryList(const std::vector<std::string>& libraries)
         list += "\t\"" + std::to_string(i) + "\"\r\n\t{\r\n\t\t\"path\"\t\t\"" + escaped + "\"\r\n\t}\r\n";
     }
     return list + "}\r\n";
+}
+
+std::vector<std::vector<std::string>> LogFields(const std::string& log)
+{
+    std::vector<std::vector<std::string>> lines;
+    for (std::size_t at = 0, end; (end = log.find("\r\n", at)) != std::string::npos; at = end + 2) {
+        std::vector<std::string> fields;
+        for (std::size_t from = log.find('\t', at) + 1, tab; from != 0 && from <= end; from = tab + 1) {
+            tab = std::min(log.find('\t', from), end);
+            fields.push_back(log.substr(from, tab - from));
+        }
+        lines.push_back(fields);
+    }
+    return lines;
+}
+
+std::string Backslashed(std::string path)
+{
+    std::replace(path.begin(), path.end(), '/', '\\');
+    return path;
 }

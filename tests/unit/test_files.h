@@ -84,3 +84,10 @@ public:
 private:
     void* handle = nullptr;
 };
+
+// A log's lines (CR LF ended) as their tab-separated fields, each line's time stamp (its first
+// field) left out.
+std::vector<std::vector<std::string>> LogFields(const std::string& log);
+
+// `path` with '\\' for each '/', as Windows writes paths.
+std::string Backslashed(std::string path);
