@@ -1,0 +1,75 @@
+// A first install changes a player's file only once every player's file it changes is recorded
+// in the archive (natively: a pipe and a file too large to record stand for a file that cannot
+// be read).
+#ifndef _WIN32
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include <functional>
+
+#include "install_scene.h"
+
+namespace {
+
+const std::uint64_t twoGiB = std::uint64_t{1} << 31;
+
+TEST(BackupFailure, InstallStopsBeforeChangingAnythingAndTheNextInstallBacksItAllUp)
+{
+    using Own = sys::Reason::Own;
+    struct Case {
+        const char* what;
+        std::function<void(const std::string&)> make;  // puts an unreadable a.txt in place
+        Own why;
+    };
+    const std::vector<Case> cases = {
+        {"a pipe", [](const std::string& path) { ASSERT_EQ(mkfifo(path.c_str(), 0644), 0); }, Own::notADiskFile},
+        {"a 2 GiB file",
+         [](const std::string& path) {
+             WriteFile(path, "");
+             ResizeFile(path, twoGiB);
+         },
+         Own::tooLargeToBackUp},
+    };
+    for (const Case& c : cases) {
+        InstallScene scene;  // records: cfg/ludax/binds.cfg, resource/background/x.tga, a.txt, cfg/config.cfg
+        const std::string& p = scene.content;
+        WriteFile(p + "cfg/ludax/binds.cfg", "player's binds");
+        WriteFile(p + "cfg/config.cfg", "player's config");
+        WriteFile(p + "a.txt", "player's a");
+        const Tree before = Snapshot(scene.accountFolder);
+        RemovePath(p + "a.txt");
+        c.make(p + "a.txt");
+
+        const InstallOutcome outcome = scene.Install();
+        EXPECT_EQ(outcome.result, InstallOutcome::Result::backupFailed) << c.what;
+        EXPECT_EQ(outcome.path, p + "a.txt") << c.what;
+        EXPECT_EQ(outcome.reason, sys::Reason::Refused(c.why)) << c.what;
+        EXPECT_FALSE(scene.account.hasCs16Backup) << c.what;
+
+        // Nothing of the player's changed and nothing was made; the record of the file before it
+        // went again, so that it cannot stand for a file the player may still change. The
+        // archive's presence offers the uninstall, which has nothing to undo.
+        EXPECT_EQ(ReadFile(p + "cfg/ludax/binds.cfg"), "player's binds") << c.what;
+        EXPECT_FALSE(Exists(p + "resource")) << c.what;
+        EXPECT_EQ(ReadFile(p + "cfg/config.cfg"), "player's config") << c.what;
+        EXPECT_EQ(ReadFile(scene.archivePath), archiveHeader) << c.what;
+        EXPECT_FALSE(Exists(scene.removalListPath)) << c.what;
+
+        // Once the file can be read, the next install backs up all three, and the uninstall puts
+        // them back.
+        RemovePath(p + "a.txt");
+        WriteFile(p + "a.txt", "player's a");
+        EXPECT_EQ(scene.Install().result, InstallOutcome::Result::installed) << c.what;
+        EXPECT_TRUE(scene.PayloadWritten()) << c.what;
+        EXPECT_EQ(ReadFile(scene.archivePath), archiveHeader + Record("cfg/ludax/binds.cfg", "player's binds") +
+                                                   Record("a.txt", "player's a") +
+                                                   Record("cfg/config.cfg", "player's config"))
+            << c.what;
+        EXPECT_FALSE(scene.Uninstall().backupKept) << c.what;
+        EXPECT_EQ(Snapshot(scene.accountFolder), before) << c.what;
+    }
+}
+
+}  // namespace
+#endif
