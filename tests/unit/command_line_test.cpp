@@ -254,6 +254,7 @@ TEST(CommandLine, TheLogRecordsEachRunFromItsStartToItsEndRefusedRunsIncluded)
         return RunCommand(command, CommandLineText(args)).status;
     };
     EXPECT_EQ(run({"/install", "cs16"}), 0);
+    EXPECT_EQ(run({"/install", "cs16"}), 0);
     EXPECT_EQ(run({"/install", "css"}), 3);
     EXPECT_EQ(run({"/verify", "cs16"}), 0);
     RemovePath(place.cs16Content + "ludax.cfg");
@@ -278,12 +279,13 @@ TEST(CommandLine, TheLogRecordsEachRunFromItsStartToItsEndRefusedRunsIncluded)
         if (line[0] != "started" && line[0] != "ended") {
             EXPECT_EQ(line.at(1).substr(0, folder.size()), folder) << line[0];
         }
-    // The four runs' ends, in the order they ran, each on one line.
+    // The five runs' ends, in the order they ran, each on one line.
     std::vector<std::vector<std::string>> ends;
     for (const auto& line : lines)
         if (line[0] == "ended")
             ends.push_back(line);
     EXPECT_EQ(ends, (std::vector<std::vector<std::string>>{{"ended", "0", "installed"},
+                                                           {"ended", "0", "already installed, every file as shipped"},
                                                            {"ended", "3", "Counter-Strike: Source is in no place Steam holds."},
                                                            {"ended", "0", "every file as shipped"},
                                                            {"ended", "9", "1 of the files not as shipped"}}));
