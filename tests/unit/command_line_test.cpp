@@ -188,8 +188,13 @@ TEST(CommandLine, AnInstallThatStopsIs6AndAnUninstallThatKeepsItsBackupsIs7)
     const SteamAccount place = AccountFolderEntry(steam.Apps(), "player");
     WriteFile(place.cs16Content + "config.cfg", "player's config");
     MakeFolders(place.cs16Content + "autobuy.txt/in the way");  // a folder where a file must go
-    const CommandResult stopped = Ask({"/install", "cs16"});
+    TempFolder logs;
+    const std::string log = logs.Path() + "/ludax.log";
+    const CommandResult stopped = Ask({"/install", "cs16", "/log", log});
     EXPECT_EQ(stopped.status, 6);
+    EXPECT_EQ(LogFields(ReadFile(log)).back(),
+              (std::vector<std::string>{"ended", "6", "the install stopped at " + Backslashed(place.cs16Content) +
+                                                          "autobuy.txt: " + folderInTheWay}));
     EXPECT_EQ(stopped.err, "Could not back up the file\n" + place.cs16Content + "autobuy.txt\n" + folderInTheWay +
                                "\nNothing more was changed.\n");
     RemovePath(place.cs16Content + "autobuy.txt/in the way");
