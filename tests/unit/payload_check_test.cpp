@@ -137,55 +137,44 @@ TEST(SetCheck, TextRecordsNeedCrLfAndNoZeroBytes)
     EXPECT_EQ(All(CheckSet(binaries.folder, binaries.manifest)), "");
 }
 
-TEST(SetCheck, StartUpAndAliasScriptsMustNameFilesOfTheSet)
+// The sound set with one file changed or added: exactly one finding, an error or a warning, at
+// the file's line (0: the file itself).
+TEST(SetCheck, EachRuleNamesTheOneFileAndLineThatBreaksIt)
 {
-    {
-        Set set(SoundFilesWith("cfg/valve.rc", "exec joystick.cfg\r\n\r\nexec ludax\\combo.cfg\r\nexec ludax\\gone.cfg\r\n"));
-        ExpectOnly(CheckSet(set.folder, set.manifest), true, set.At("cfg/valve.rc", 4),
-                   {"exec ludax\\gone.cfg names no file of the set", "cfg/ludax/gone.cfg",
-                    "add that file to the set and its manifest, or correct the path"});
-    }
-    {
+    const std::string layoutWithT2 =
+        "resolution\t1280\t1024\r\nresource/background/t1.tga\tscaled\t0\t0\r\nresource/background/t2.tga\tscaled\t256\t0\r\n";
+    const struct {
+        std::string name, bytes;
+        bool error;
+        int line;
+        std::vector<std::string> mentions;
+    } cases[] = {
+        {"cfg/valve.rc", "exec joystick.cfg\r\n\r\nexec ludax\\combo.cfg\r\nexec ludax\\gone.cfg\r\n", true, 4,
+         {"exec ludax\\gone.cfg names no file of the set", "cfg/ludax/gone.cfg",
+          "add that file to the set and its manifest, or correct the path"}},
         // The game adds ".cfg" to a bare name.
-        Set set(SoundFilesWith("cfg/ludax/binds.cfg", "alias lo3 \"rcon exec ludax/live\"\r\nalias go \"rcon exec ludax/warmup\"\r\n"));
-        ExpectOnly(CheckSet(set.folder, set.manifest), true, set.At("cfg/ludax/binds.cfg", 2),
-                   {"exec ludax/warmup names no file of the set", "cfg/ludax/warmup.cfg"});
-    }
-    {
-        // Other scripts may exec the player's own files: only the two start-up scripts are held to the set.
-        Set set(SoundFilesWith("cfg/ludax/combo.cfg", "exec mine.cfg\r\n"));
-        EXPECT_EQ(All(CheckSet(set.folder, set.manifest)), "");
-    }
-}
-
-TEST(SetCheck, BackgroundLayoutsMustNameTilesOfTheSet)
-{
-    for (const std::string layout : {"resource/BackgroundLayout.txt", "resource/BackgroundLoadingLayout.txt"}) {
-        SCOPED_TRACE(layout);
-        Set set(SoundFilesWith(layout, "resolution\t1280\t1024\r\nresource/background/t1.tga\tscaled\t0\t0\r\n"
-                                       "resource/background/t2.tga\tscaled\t256\t0\r\n"));
-        ExpectOnly(CheckSet(set.folder, set.manifest), true, set.At(layout, 3),
-                   {"the tile resource/background/t2.tga is not a file of the set", "add it"});
-    }
-}
-
-TEST(SetCheck, PlaceholderPasswordForeignMapsAndEmptyFilesAreWarnings)
-{
-    {
-        Set set(SoundFilesWith("cfg/ludax/rconpassword.cfg", "// the organiser's password\r\nrcon_password \"CHANGE_ME\"\r\n"));
-        ExpectOnly(CheckSet(set.folder, set.manifest), false, set.At("cfg/ludax/rconpassword.cfg", 2),
-                   {"remote-console password is still the placeholder CHANGE_ME", "tournament's password"});
-    }
-    {
+        {"cfg/ludax/binds.cfg", "alias lo3 \"rcon exec ludax/live\"\r\nalias go \"rcon exec ludax/warmup\"\r\n", true, 2,
+         {"exec ludax/warmup names no file of the set", "cfg/ludax/warmup.cfg"}},
+        {"resource/BackgroundLayout.txt", layoutWithT2, true, 3,
+         {"the tile resource/background/t2.tga is not a file of the set", "add it"}},
+        {"resource/BackgroundLoadingLayout.txt", layoutWithT2, true, 3,
+         {"the tile resource/background/t2.tga is not a file of the set", "add it"}},
+        {"cfg/ludax/rconpassword.cfg", "// the organiser's password\r\nrcon_password \"CHANGE_ME\"\r\n", false, 2,
+         {"remote-console password is still the placeholder CHANGE_ME", "tournament's password"}},
         // de_dust2 comes with the game; de_y is neither shipped nor the game's.
-        Set set(SoundFilesWith("mapcycle.txt", "de_dust2\r\nde_x\r\nde_y\r\n"));
-        ExpectOnly(CheckSet(set.folder, set.manifest), false, set.At("mapcycle.txt", 3),
-                   {"the map de_y", "maps/de_y.bsp", "add the map or correct the name"});
+        {"mapcycle.txt", "de_dust2\r\nde_x\r\nde_y\r\n", false, 3,
+         {"the map de_y", "maps/de_y.bsp", "add the map or correct the name"}},
+        {"cfg/ludax/empty.cfg", "", false, 0,
+         {"holds 0 bytes", "over any file of the player's", "copy the real file in, or remove the file and its line"}},
+        {"maps/empty.bsp", "", false, 0, {"holds 0 bytes"}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        Set set(SoundFilesWith(c.name, c.bytes));
+        ExpectOnly(CheckSet(set.folder, set.manifest), c.error, c.line ? set.At(c.name, c.line) : set.folder + "/" + c.name,
+                   c.mentions);
     }
-    for (const std::string empty : {"cfg/ludax/empty.cfg", "maps/empty.bsp"}) {
-        SCOPED_TRACE(empty);
-        Set set(SoundFilesWith(empty, ""));
-        ExpectOnly(CheckSet(set.folder, set.manifest), false, set.folder + "/" + empty,
-                   {"holds 0 bytes", "over any file of the player's", "copy the real file in, or remove the file and its line"});
-    }
+    // Other scripts may exec the player's own files: only the two start-up scripts are held to the set.
+    Set own(SoundFilesWith("cfg/ludax/combo.cfg", "exec mine.cfg\r\n"));
+    EXPECT_EQ(All(CheckSet(own.folder, own.manifest)), "");
 }
