@@ -82,8 +82,8 @@ void Ludax::Uninstall(const GameActions& game)
         return;
     const UninstallOutcome outcome = UninstallConfig(game.profile, *place, actions);
     ShowInstalled(game, *place);
-    if (outcome.gameAway.Failed())
-        ShowMessage(texts::GameAway(outcome.gameAway.path), texts::hibaColonCaption, MB_OK | MB_ICONWARNING);
+    if (outcome.gameAway)
+        ShowMessage(texts::GameAway(outcome.firstFailure.path), texts::hibaColonCaption, MB_OK | MB_ICONWARNING);
     else
         ShowMessage(texts::Uninstalled(game.texts, outcome), texts::messageCaption, MB_ICONINFORMATION);
 }

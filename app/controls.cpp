@@ -130,9 +130,9 @@ void Ludax::Centre()
 
 // The one place that fills the chooser: one entry per place that holds a game or a backup, in
 // the places' order. Without any, the program has nothing to offer and ends.
-void Ludax::FindGames()
+void Ludax::FindGames(std::optional<std::vector<SteamAccount>> found)
 {
-    accounts = ::FindGames(steamappsPath).places;
+    accounts = found ? std::move(*found) : ::FindGames(steamappsPath).places;
     if (accounts.empty())
         EndWithMessage(texts::nothingInstalled, texts::hibaColonCaption, MB_OK | MB_ICONERROR);
     connections.push_back({accountSelect, CBN_SELCHANGE, &Ludax::SelectAccount});

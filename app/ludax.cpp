@@ -37,15 +37,14 @@ void Ludax::EndWithMessage(const std::string& text, const char* caption, UINT st
     std::exit(-1);
 }
 
-Ludax::Ludax(const std::string& steamFolder, RunLog* log) : log(log), actions(log ? log->Actions() : ActionLog())
+Ludax::Ludax(const SteamPath& steam, std::optional<std::vector<SteamAccount>> found, RunLog* log)
+    : log(log), actions(log ? log->Actions() : ActionLog())
 {
     if (HDC screen = GetDC(nullptr)) {
         dpi = GetDeviceCaps(screen, LOGPIXELSY) > 0 ? GetDeviceCaps(screen, LOGPIXELSY) : 96;
         ReleaseDC(nullptr, screen);
     }
     CreateNativeWindow();
-    // Named on the command line, Steam's folder is used as it is; else the registry says.
-    const SteamPath steam = steamFolder.empty() ? ReadSteamappsPath() : FindSteam(steamFolder);
     if (steam.read == sys::RegistryRead::keyMissing)
         EndWithMessage(texts::registryFailed, texts::errorCaption, MB_OK);
     if (steam.read == sys::RegistryRead::valueUnreadable)
@@ -55,7 +54,7 @@ Ludax::Ludax(const std::string& steamFolder, RunLog* log) : log(log), actions(lo
     SetAlpha(logo, fadeLevel);       // invisible until the fade brings it in
     SetWindowTextW(window, Wide(texts::windowTitle).c_str());
     CreateControls();
-    FindGames();
+    FindGames(std::move(found));
     SelectAccount();
     Centre();
     ConnectButtons();

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,7 @@
 #include "run_log.h"
 #include "logo.h"
 #include "steam_account.h"
+#include "steam_path.h"
 
 struct GameActions;
 
@@ -37,11 +39,11 @@ struct LudaxLayout {
 //                 and what their outcomes show
 class Ludax final : public LudaxLayout {
 public:
-    // Builds and opens the window on the Steam folder `steamFolder` names, or the registry's
-    // when it is empty; ends the process when the window cannot be made or when Steam or a game
-    // cannot be found. What the buttons' installs and uninstalls do goes to `log`, when given,
-    // and so does a fatal end.
-    Ludax(const std::string& steamFolder, RunLog* log);
+    // Builds and opens the window on `steam` (SteamForTheWindow) and the places found there,
+    // `found` when the caller looked already; ends the process when the window cannot be made or
+    // when Steam or a game cannot be found. What the buttons' installs and uninstalls do goes to
+    // `log`, when given, and so does a fatal end.
+    Ludax(const SteamPath& steam, std::optional<std::vector<SteamAccount>> found, RunLog* log);
     ~Ludax();
     Ludax(const Ludax&) = delete;
     Ludax& operator=(const Ludax&) = delete;
@@ -75,7 +77,7 @@ private:
 
     // The controls (controls.cpp).
     void CreateControls();
-    void FindGames();
+    void FindGames(std::optional<std::vector<SteamAccount>> found);
     void SelectAccount();
     void ConnectButtons();
     void Command(WPARAM wParam, LPARAM lParam);

@@ -74,7 +74,7 @@ int RunWithoutWindow(const Command& command, const std::string& commandLine)
     ScopedKernelObject copy;
     if (command.kind != Command::Kind::usage && !(copy = OnlyCopy()).IsValid())
         return Refuse(command.logPath, command.steamFolder, commandLine,
-                      {exitStatus::anotherCopy, std::string(), texts::command::anotherCopy, std::string()});
+                      ErrorResult(exitStatus::anotherCopy, texts::command::anotherCopy));
     return Finish(RunCommand(command, commandLine));
 }
 
@@ -95,7 +95,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
     std::string error;
     if (!ParseCommandLine(args, command, error))
         return Refuse(SwitchValue(args, "log"), SwitchValue(args, "steam"), commandLine,
-                      {exitStatus::badCommandLine, std::string(), error + "\n\n" + texts::command::usage, error});
+                      ErrorResult(exitStatus::badCommandLine, error + "\n\n" + texts::command::usage, error));
     if (command.kind != Command::Kind::window)
         return RunWithoutWindow(command, commandLine);
     const ScopedKernelObject copy = OnlyCopy();
@@ -109,20 +109,23 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
         return 0;
     }
     // The window's log records its run as a command's does, and is never a player's file nor one
-    // of ours either; one that cannot be written is done without, as before.
+    // of ours either; one that cannot be written is done without, as before. The places found
+    // for that check are the window's.
+    const SteamPath steam = SteamForTheWindow(command.steamFolder);
+    std::optional<std::vector<SteamAccount>> places;
     std::optional<RunLog> log;
     if (!command.logPath.empty()) {
-        const SteamPath steam = command.steamFolder.empty() ? ReadSteamappsPath() : FindSteam(command.steamFolder);
-        if (AmongGameFiles(command.logPath, PlacesAt(steam)))
-            return Finish({exitStatus::badCommandLine, std::string(), texts::command::LogRefused(command.logPath),
-                           std::string()});
+        places = PlacesAt(steam);
+        if (AmongGameFiles(command.logPath, *places))
+            return Finish(ErrorResult(exitStatus::badCommandLine, texts::command::LogRefused(command.logPath)));
         log.emplace(command.logPath, commandLine);
     }
+    RunLog* const openLog = log && log->IsOpen() ? &*log : nullptr;
     {
-        Ludax ludax(command.steamFolder, log && log->IsOpen() ? &*log : nullptr);
+        Ludax ludax(steam, std::move(places), openLog);
         ludax.Run();
     }
-    if (log)
-        log->End(0, "the window was closed");
+    if (openLog)
+        openLog->End(0, "the window was closed");
     return 0;
 }

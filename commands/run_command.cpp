@@ -27,8 +27,6 @@ std::string List(const std::vector<SteamAccount>& places)
     return lines;
 }
 
-CommandResult Stop(int status, const std::string& why) { return {status, std::string(), why, std::string()}; }
-
 CommandResult Done(const std::string& out, const std::string& summary) { return {exitStatus::done, out, std::string(), summary}; }
 
 // The place a command acts on: the one it names, or the one that fits (the game's folder for an
@@ -42,15 +40,15 @@ SteamAccount* PlaceFor(const Command& command, std::vector<SteamAccount>& places
     if (command.place != 0) {
         number = command.place;
         if (static_cast<std::size_t>(number) > places.size()) {
-            refusal = Stop(exitStatus::noSuchPlace, texts::command::NoSuchPlace(number, places.size()));
+            refusal = ErrorResult(exitStatus::noSuchPlace, texts::command::NoSuchPlace(number, places.size()));
             return nullptr;
         }
         SteamAccount& place = places[number - 1];
         const std::string where = texts::command::Place(number, place);
         if (install && !(place.*game.presentFlag))
-            refusal = Stop(exitStatus::noSuchPlace, texts::command::GameNotIn(named, where));
+            refusal = ErrorResult(exitStatus::noSuchPlace, texts::command::GameNotIn(named, where));
         else if (!install && !(place.*game.installedFlag))
-            refusal = Stop(exitStatus::installedOrNot, texts::command::NotInstalledIn(named, where));
+            refusal = ErrorResult(exitStatus::installedOrNot, texts::command::NotInstalledIn(named, where));
         else
             return &place;
         return nullptr;
@@ -67,11 +65,11 @@ SteamAccount* PlaceFor(const Command& command, std::vector<SteamAccount>& places
     if (number > 0)
         return &places[number - 1];
     if (number < 0)
-        refusal = Stop(exitStatus::noSuchPlace, texts::command::NameOne(named, !install, fitting));
+        refusal = ErrorResult(exitStatus::noSuchPlace, texts::command::NameOne(named, !install, fitting));
     else if (install || !anywhere)
-        refusal = Stop(exitStatus::noSuchPlace, texts::command::GameNotThere(named));
+        refusal = ErrorResult(exitStatus::noSuchPlace, texts::command::GameNotThere(named));
     else
-        refusal = Stop(exitStatus::installedOrNot, texts::command::NotInstalled(named));
+        refusal = ErrorResult(exitStatus::installedOrNot, texts::command::NotInstalled(named));
     return nullptr;
 }
 
@@ -104,36 +102,31 @@ CommandResult Install(const GameProfile& game, SteamAccount& place, const std::s
         const std::vector<NotAsShipped> differing = FilesNotAsShipped(game, place);
         if (differing.empty())
             return Done(texts::command::alreadyInstalled, "already installed, every file as shipped");
-        if (!yes) {
-            CommandResult refused = Stop(exitStatus::installedOrNot,
-                                         texts::command::InstalledAlready(texts::Of(game), where) + Differences(differing));
-            refused.summary = "installed already, " + NotAsShippedCount(differing);
-            return refused;
-        }
+        if (!yes)
+            return ErrorResult(exitStatus::installedOrNot,
+                               texts::command::InstalledAlready(texts::Of(game), where) + Differences(differing),
+                               "installed already, " + NotAsShippedCount(differing));
     }
+    // Only what changes files waits for the game to close.
+    if (GameIsRunning(game))
+        return ErrorResult(exitStatus::gameRunning, texts::command::Running(texts::Of(game)));
     const InstallOutcome outcome = InstallConfig(game, place, log);
-    if (outcome.result != InstallOutcome::Result::installed) {
-        CommandResult stopped = Stop(exitStatus::installStopped, texts::InstallStopped(outcome) + "\n");
-        stopped.summary = "the install stopped at " + AtWhy({outcome.path, outcome.reason});
-        return stopped;
-    }
+    if (outcome.result != InstallOutcome::Result::installed)
+        return ErrorResult(exitStatus::installStopped, texts::InstallStopped(outcome) + "\n",
+                           "the install stopped at " + AtWhy({outcome.path, outcome.reason}));
     return Done(std::string(texts::Of(game).installed) + "\n", "installed");
 }
 
 CommandResult Uninstall(const GameProfile& game, SteamAccount& place, const ActionLog& log)
 {
     const UninstallOutcome outcome = UninstallConfig(game, place, log);
-    if (outcome.gameAway.Failed()) {
-        CommandResult away = Stop(exitStatus::backupKept, texts::GameAway(outcome.gameAway.path) + "\n");
-        away.summary = "nothing changed, the game's folder is not there: " + WindowsPath(outcome.gameAway.path);
-        return away;
-    }
+    if (outcome.gameAway)
+        return ErrorResult(exitStatus::backupKept, texts::GameAway(outcome.firstFailure.path) + "\n",
+                           "nothing changed, the game's folder is not there: " + WindowsPath(outcome.firstFailure.path));
     const std::string said = texts::Uninstalled(texts::Of(game), outcome) + "\n";
     if (!outcome.backupKept)
         return Done(said, "uninstalled");
-    CommandResult kept = Stop(exitStatus::backupKept, said);
-    kept.summary = "the uninstall kept the backup files, first at " + AtWhy(outcome.firstFailure);
-    return kept;
+    return ErrorResult(exitStatus::backupKept, said, "the uninstall kept the backup files, first at " + AtWhy(outcome.firstFailure));
 }
 
 CommandResult Verify(const GameProfile& game, const SteamAccount& place)
@@ -157,8 +150,8 @@ CommandResult Run(const Command& command, std::vector<SteamAccount>& places, con
     const GameProfile& game = *command.game;
     if (command.kind == Command::Kind::verify)
         return Verify(game, *place);
-    if (GameIsRunning(game))
-        return Stop(exitStatus::gameRunning, texts::command::Running(texts::Of(game)));
+    if (command.kind == Command::Kind::uninstall && GameIsRunning(game))
+        return ErrorResult(exitStatus::gameRunning, texts::command::Running(texts::Of(game)));
     if (command.kind == Command::Kind::install)
         return Install(game, *place, texts::command::Place(number, *place), command.yes, log);
     return Uninstall(game, *place, log);
@@ -173,7 +166,7 @@ bool AmongGameFiles(const std::string& path, const std::vector<SteamAccount>& pl
         for (const PlaceGame* game : {&cs16AtPlace, &cssAtPlace}) {
             const BackupFiles backup = BackupFilesOf(*game, place);
             const std::string folder = PlaceKey(place.*game->gameFolder) + "/";
-            for (const std::string& ours : {backup.archive, backup.removalList, backup.removalList + ".new"})
+            for (const std::string& ours : {backup.archive, backup.removalList, backup.draft})
                 if (key == PlaceKey(ours))
                     return true;
             if (key.compare(0, folder.size(), folder) == 0)
@@ -194,10 +187,10 @@ CommandResult Logged(const std::string& logPath, const std::vector<SteamAccount>
         return run(ActionLog());
     // The log is never a player's file nor one of ours: refused before anything is written.
     if (AmongGameFiles(logPath, places))
-        return Stop(exitStatus::badCommandLine, texts::command::LogRefused(logPath));
+        return ErrorResult(exitStatus::badCommandLine, texts::command::LogRefused(logPath));
     RunLog log(logPath, commandLine);
     if (!log.IsOpen())
-        return Stop(exitStatus::badCommandLine, texts::command::LogNotWritable(logPath));
+        return ErrorResult(exitStatus::badCommandLine, texts::command::LogNotWritable(logPath));
     const CommandResult result = run(log.Actions());
     log.End(result.status, result.summary.empty() ? result.err + result.out : result.summary);
     return result;
@@ -211,7 +204,7 @@ CommandResult RunCommand(const Command& command, const std::string& commandLine)
     std::vector<SteamAccount> places = PlacesAt(steam);
     return Logged(command.logPath, places, commandLine, [&](const ActionLog& log) {
         if (steam.read != sys::RegistryRead::ok)
-            return Stop(exitStatus::steamNotFound, texts::command::steamNotFound);
+            return ErrorResult(exitStatus::steamNotFound, texts::command::steamNotFound);
         return Run(command, places, log);
     });
 }

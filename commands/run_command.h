@@ -32,6 +32,12 @@ struct CommandResult {
     std::string summary;  // what happened, in one line, for the log; empty: `err` or `out` says it
 };
 
+// A run that ends with `status`, saying `why` on standard error; `summary` for the log.
+inline CommandResult ErrorResult(int status, const std::string& why, const std::string& summary = std::string())
+{
+    return {status, std::string(), why, summary};
+}
+
 // Runs a usage, list, install, uninstall or verify command against Steam and the disk as they are
 // now; the caller sees to it that no other copy of the program runs meanwhile. The command's log,
 // when it names one, records the run (`commandLine` as the program was given it), each action

@@ -18,7 +18,6 @@ namespace {
 
 using Result = InstallOutcome::Result;
 
-sys::Reason Refused(sys::Reason::Own own) { return sys::Reason::Refused(own); }
 
 // What the install does for one payload record, decided before anything is changed.
 struct Step {
@@ -67,7 +66,7 @@ private:
         case sys::EntryKind::none:
             missing = true;
             if (!IsBelow(folder, gameFolder)) {
-                step.stop = {Result::folderFailed, folder, Refused(sys::Reason::Own::gameFolderGone)};
+                step.stop = {Result::folderFailed, folder, sys::Reason::Refused(sys::Reason::Own::gameFolderGone)};
                 return;
             }
             step.folders.push_back(folder);
@@ -77,10 +76,18 @@ private:
             return;
         case sys::EntryKind::file:
         case sys::EntryKind::folder:
+            // A link at or above the game's folder whose target is gone: the game is away.
+            if (entry.link && !IsBelow(folder, gameFolder)) {
+                const sys::Status reached = sys::ReachFolder(folder);
+                if (!reached) {
+                    step.stop = {Result::folderFailed, folder, reached.Why()};
+                    return;
+                }
+            }
             // A link at or above the content folder is the player's layout; below it, the
             // target may lie anywhere, and the uninstall would not follow.
             if (entry.link && IsBelow(folder, contentFolder.substr(0, contentFolder.size() - 1)))
-                step.stop = {Result::writeFailed, step.target, Refused(sys::Reason::Own::link)};
+                step.stop = {Result::writeFailed, step.target, sys::Reason::Refused(sys::Reason::Own::link)};
             else if (entry.kind == sys::EntryKind::file)
                 step.fileInTheWay = missing = true;
             return;
@@ -96,7 +103,7 @@ private:
         if (entry.kind == sys::EntryKind::unknown) {
             step.stop = {Result::backupFailed, step.target, entry.reason};
         } else if (entry.link) {
-            step.stop = {Result::writeFailed, step.target, Refused(sys::Reason::Own::link)};
+            step.stop = {Result::writeFailed, step.target, sys::Reason::Refused(sys::Reason::Own::link)};
         } else if (entry.kind == sys::EntryKind::none) {
             if (!cover.listed.count(step.target))
                 newLines.push_back(step.target);
@@ -179,6 +186,9 @@ InstallOutcome WriteAhead(const BackupFiles& backup, const Cover& cover, const s
                 break;
             }
         }
+        // An archive that could not be made, with nothing to back up: no list without it.
+        if (stop.result == Result::installed && !archive.file->State())
+            stop = {Result::writeFailed, backup.archive, archive.file->State().Why()};
     }
     if (stop.result == Result::installed && (!cover.listExists || !lines.empty())) {
         list.file.emplace(cover.listExists ? OutputFile::Continue(backup.removalList, cover.listExtent.linesEnd)

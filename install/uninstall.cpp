@@ -19,13 +19,6 @@ namespace {
 // passed over, so that a damaged list of any size costs no more memory than this.
 constexpr std::size_t linesLimit = 8 << 20;
 
-// The first thing that could not be undone, and why.
-void Note(sys::Failure& first, const std::string& path, const sys::Reason& reason)
-{
-    if (!first.Failed())
-        first = {path, reason};
-}
-
 struct Removal {
     bool listExists = false;
     bool readWhole = true;                // the list was read to its end, or to its first empty line
@@ -66,7 +59,7 @@ bool FolderRemains(const std::string& folder, const std::vector<std::string>& re
         entry.kind != sys::EntryKind::folder || ContentsOf(folder) != Contents::some ||
         std::any_of(remaining.begin(), remaining.end(), [&](const std::string& line) { return IsBelow(line, folder); });
     if (remains)
-        Note(first, folder, removed.Why());
+        first.NoteFirst(folder, removed.Why());
     return remains;
 }
 
@@ -113,14 +106,14 @@ Removal RemoveCreated(const BackupFiles& backup, const GameProfile& game, const 
                     });
     removal.readWhole = static_cast<bool>(read);
     if (!read)
-        Note(first, backup.removalList, read.Why());
+        first.NoteFirst(backup.removalList, read.Why());
 
     const std::string& contentFolder = place.*game.contentFolder;
     KnownFolders known;
     std::vector<std::string> folders;
     const auto stays = [&](const std::string& line, const sys::Reason& why) {
         removal.remaining.push_back(line);
-        Note(first, line, why);
+        first.NoteFirst(line, why);
     };
     for (const std::string& line : lines) {
         const sys::Status way = WayTo(contentFolder, line.substr(0, line.rfind('/')), &known);
@@ -178,7 +171,7 @@ bool RestoreArchive(const std::string& archivePath, const std::string& contentFo
         return true;  // nothing to put back, and nothing to lose
     ArchiveReader archive(archivePath);
     if (!archive.Opened()) {
-        Note(first, archivePath, archive.Why());
+        first.NoteFirst(archivePath, archive.Why());
         return false;
     }
     KnownFolders known;
@@ -202,14 +195,14 @@ bool RestoreArchive(const std::string& archivePath, const std::string& contentFo
                 failed = {target, restored.Why()};
         }
         if (failed.Failed()) {
-            Note(first, failed.path, failed.reason);
+            first.NoteFirst(failed.path, failed.reason);
             allRestored = false;
         } else {
             log("restored", target);
         }
     }
     if (archive.Failed())
-        Note(first, archivePath, archive.Why());
+        first.NoteFirst(archivePath, archive.Why());
     return allRestored && !archive.Failed();
 }
 
@@ -231,7 +224,7 @@ bool Removed(const std::string& path, sys::Failure& first)
     const sys::Status removed = sys::RemoveFile(path);
     if (removed || sys::LookUp(path).kind == sys::EntryKind::none)
         return true;
-    Note(first, path, removed.Why());
+    first.NoteFirst(path, removed.Why());
     return false;
 }
 
@@ -263,7 +256,8 @@ UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, c
     for (const std::string& folder : {gameFolder, gameFolder + "/cstrike"}) {
         const sys::Status there = sys::ReachFolder(folder);
         if (!there) {
-            outcome.gameAway = first = {folder, there.Why()};
+            first = {folder, there.Why()};
+            outcome.gameAway = true;
             outcome.backupKept = true;
             place.*game.installedFlag = sys::PathExists(archivePath);
             return outcome;
@@ -271,7 +265,7 @@ UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, c
     }
 
     // A rewrite of the removal list an earlier uninstall did not finish: its draft is ours.
-    const std::string draftPath = listPath + ".new";
+    const std::string& draftPath = backup.draft;
     if (sys::LookUp(draftPath).kind == sys::EntryKind::file)
         static_cast<void>(sys::RemoveFile(draftPath));
 

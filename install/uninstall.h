@@ -12,9 +12,10 @@ struct UninstallOutcome {
     // files stay (the removal list naming only what remains), and so does the uninstall.
     bool backupKept = false;
     sys::Failure firstFailure;  // the first thing that could not be undone, and why
-    // The game's folder or its cstrike folder is not there (moved, renamed, its drive not
-    // mounted, a link whose target is gone): nothing was changed, and both backup files stay.
-    sys::Failure gameAway;
+    // The game's folder or its cstrike folder (`firstFailure`) is not there (moved, renamed, its
+    // drive not mounted, a link whose target is gone): nothing was changed, and both backup
+    // files stay.
+    bool gameAway = false;
 };
 
 // Deletes what the installs created, files first, then folders innermost first, and puts the

@@ -23,8 +23,8 @@ constexpr std::size_t libraryFileLimit = 1 << 20;
 bool Found(const std::string& path, sys::Failure& failure)
 {
     const sys::Entry entry = sys::LookUp(path);
-    if (entry.kind == sys::EntryKind::unknown && !failure.Failed())
-        failure = {path, entry.reason};
+    if (entry.kind == sys::EntryKind::unknown)
+        failure.NoteFirst(path, entry.reason);
     return entry.kind == sys::EntryKind::file || entry.kind == sys::EntryKind::folder;
 }
 

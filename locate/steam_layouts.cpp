@@ -27,7 +27,8 @@ SteamAccount LibraryEntry(const std::string& libraryPath)
 
 BackupFiles BackupFilesOf(const PlaceGame& game, const SteamAccount& place)
 {
-    return {place.folder + "/" + game.archiveName, place.folder + "/" + game.removalListName};
+    const std::string removalList = place.folder + "/" + game.removalListName;
+    return {place.folder + "/" + game.archiveName, removalList, removalList + ".new"};
 }
 
 std::string GameMarker(const PlaceGame& game, const SteamAccount& place)

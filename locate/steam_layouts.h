@@ -43,6 +43,7 @@ inline constexpr PlaceGame cssAtPlace{GameId::css,        &SteamAccount::cssGame
 struct BackupFiles {
     std::string archive;      // its presence means the configuration is installed
     std::string removalList;
+    std::string draft;        // the removal list's rewrite an uninstall has not finished yet
 };
 BackupFiles BackupFilesOf(const PlaceGame& game, const SteamAccount& place);
 

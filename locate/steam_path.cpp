@@ -18,6 +18,8 @@ SteamPath ReadSteamappsPath(const std::string& steamKey)
     return Read(sys::RegistryHive::user, steamKey, "SteamPath");
 }
 
+SteamPath SteamForTheWindow(const std::string& named) { return named.empty() ? ReadSteamappsPath() : FindSteam(named); }
+
 SteamPath FindSteam(const std::string& named)
 {
     if (!named.empty())

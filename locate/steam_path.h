@@ -14,6 +14,10 @@ struct SteamPath {
 // Reads HKEY_CURRENT_USER\<steamKey>'s "SteamPath": where the window looks for Steam.
 SteamPath ReadSteamappsPath(const std::string& steamKey = "Software\\Valve\\Steam");
 
+// Where the window looks for Steam: `named` (its /steam) when given, else the user's SteamPath
+// alone, whose absence the window reports in its own boxes.
+SteamPath SteamForTheWindow(const std::string& named);
+
 // Where a command looks for Steam: `named` (the command line's /steam) when given; else the
 // user's SteamPath; else, for scripts that run under another account, the machine's own entry,
 // "InstallPath" of HKEY_LOCAL_MACHINE\SOFTWARE\Valve\Steam in the 32-bit view (where Steam's

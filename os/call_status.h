@@ -15,7 +15,6 @@ struct Reason {
         notADiskFile,      // a device, a pipe or a folder stands where a file belongs
         endedEarly,        // the file held fewer bytes than it had when opened, or the disk took none
         link,              // a link stands on the way: what lies behind it may be anywhere
-        notAWindowsName,   // Windows would read the name as another file, a device or no name
         tooLargeToBackUp,  // 2 GiB or more: a backup record cannot hold it
         gameFolderGone,    // the game's own folder is not there: nothing is made in its place
     };
@@ -25,7 +24,6 @@ struct Reason {
     static Reason System(std::uint32_t code) { return {Own::system, code}; }
     static Reason Refused(Own own) { return {own, 0}; }
     bool operator==(const Reason& other) const { return own == other.own && code == other.code; }
-    bool operator!=(const Reason& other) const { return !(*this == other); }
 };
 
 // What one call did: done, or failed for a reason. Tested like a bool.
@@ -47,6 +45,12 @@ struct Failure {
     std::string path;
     Reason reason;
     bool Failed() const { return !path.empty(); }
+    // Keeps the first failure: what went wrong first is what the user is told.
+    void NoteFirst(const std::string& at, const Reason& why)
+    {
+        if (!Failed())
+            *this = {at, why};
+    }
 };
 
 // The system's own message for an error code, in the user's language, without a line end.

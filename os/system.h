@@ -83,16 +83,16 @@ Status ReadFileStart(const std::string& path, std::size_t limit, std::string& by
 class File {
 public:
     // Opens an existing file for reading; others may keep reading and writing it meanwhile.
-    static File OpenForReading(const std::string& path);
+    static File OpenForReading(const std::string& path) { return Open(path, Opening::read); }
     // Creates or truncates a file for writing.
-    static File Create(const std::string& path);
+    static File Create(const std::string& path) { return Open(path, Opening::create); }
     // Opens a file for writing from its start, creating it when missing; Size() gives the size it
     // had. Its bytes are written over in place and Truncate() then cuts what is left past the new
     // end: the file system keeps its blocks instead of freeing and allocating each again, and need
     // not first wait for the writes of a file it was handed a moment ago.
-    static File Overwrite(const std::string& path);
+    static File Overwrite(const std::string& path) { return Open(path, Opening::overwrite); }
     // Opens an existing file for writing at its end; Size() gives that end.
-    static File OpenForAppending(const std::string& path);
+    static File OpenForAppending(const std::string& path) { return Open(path, Opening::append); }
 
     File() = default;
     File(File&& other) noexcept
@@ -139,6 +139,9 @@ public:
     Status Close();
 
 private:
+    enum class Opening { read, create, overwrite, append };
+    // The four ways to open, each body's one way of asking its system.
+    static File Open(const std::string& path, Opening how);
     File(std::intptr_t handle, std::uint64_t size) : handle(handle), open(true), size(size) {}
     static File Failed(Reason why)
     {

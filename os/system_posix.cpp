@@ -296,43 +296,18 @@ Status ReadFileStart(const std::string& path, std::size_t limit, std::string& by
     return Status();
 }
 
-File File::OpenForReading(const std::string& path)
+File File::Open(const std::string& path, Opening how)
 {
+    const int flags[] = {O_RDONLY, O_WRONLY | O_CREAT | O_TRUNC, O_WRONLY | O_CREAT, O_WRONLY};
     struct stat info;
     int descriptor = -1;
-    const Status opened = OpenPlainFile(path, O_RDONLY, info, descriptor);
-    return opened ? File(descriptor, static_cast<std::uint64_t>(info.st_size)) : Failed(opened.Why());
-}
-
-File File::Create(const std::string& path)
-{
-    struct stat info;
-    int descriptor = -1;
-    const Status opened = OpenPlainFile(path, O_WRONLY | O_CREAT | O_TRUNC, info, descriptor);
-    return opened ? File(descriptor, 0) : Failed(opened.Why());
-}
-
-File File::Overwrite(const std::string& path)
-{
-    struct stat info;
-    int descriptor = -1;
-    const Status opened = OpenPlainFile(path, O_WRONLY | O_CREAT, info, descriptor);
-    return opened ? File(descriptor, static_cast<std::uint64_t>(info.st_size)) : Failed(opened.Why());
-}
-
-File File::OpenForAppending(const std::string& path)
-{
-    struct stat info;
-    int descriptor = -1;
-    const Status opened = OpenPlainFile(path, O_WRONLY, info, descriptor);
-    if (!opened)
-        return Failed(opened.Why());
-    if (lseek(descriptor, 0, SEEK_END) < 0) {
-        const Status failed = LastError();
+    Status opened = OpenPlainFile(path, flags[static_cast<int>(how)], info, descriptor);
+    if (opened && how == Opening::append && lseek(descriptor, 0, SEEK_END) < 0) {
+        opened = LastError();
         close(descriptor);
-        return Failed(failed.Why());
     }
-    return File(descriptor, static_cast<std::uint64_t>(info.st_size));
+    // A truncated file's stat says 0.
+    return opened ? File(descriptor, static_cast<std::uint64_t>(info.st_size)) : Failed(opened.Why());
 }
 
 Status File::Read(char* bytes, std::size_t count)

@@ -227,48 +227,20 @@ Status ReadFileStart(const std::string& path, std::size_t limit, std::string& by
     return Status();
 }
 
-File File::OpenForReading(const std::string& path)
+File File::Open(const std::string& path, Opening how)
 {
+    // Readers let others read and write meanwhile; writers let others read only.
+    const bool reading = how == Opening::read;
+    const DWORD disposition[] = {OPEN_EXISTING, CREATE_ALWAYS, OPEN_ALWAYS, OPEN_EXISTING};
     ScopedFileHandle file;
     std::uint64_t size = 0;
-    Status opened = OpenDiskFile(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING, file);
-    if (opened)
-        opened = SizeOf(file.Get(), size);
-    if (!opened)
-        return Failed(opened.Why());
-    return File(reinterpret_cast<std::intptr_t>(file.Release()), size);
-}
-
-File File::Create(const std::string& path)
-{
-    ScopedFileHandle file;
-    const Status opened = OpenDiskFile(path, GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS, file);
-    if (!opened)
-        return Failed(opened.Why());
-    return File(reinterpret_cast<std::intptr_t>(file.Release()), 0);
-}
-
-File File::Overwrite(const std::string& path)
-{
-    ScopedFileHandle file;
-    std::uint64_t size = 0;
-    Status opened = OpenDiskFile(path, GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS, file);
-    if (opened)
-        opened = SizeOf(file.Get(), size);
-    if (!opened)
-        return Failed(opened.Why());
-    return File(reinterpret_cast<std::intptr_t>(file.Release()), size);
-}
-
-File File::OpenForAppending(const std::string& path)
-{
-    ScopedFileHandle file;
-    std::uint64_t size = 0;
-    Status opened = OpenDiskFile(path, GENERIC_WRITE, FILE_SHARE_READ, OPEN_EXISTING, file);
-    if (opened)
+    Status opened = OpenDiskFile(path, reading ? GENERIC_READ : GENERIC_WRITE,
+                                 reading ? FILE_SHARE_READ | FILE_SHARE_WRITE : FILE_SHARE_READ,
+                                 disposition[static_cast<int>(how)], file);
+    if (opened && how != Opening::create)
         opened = SizeOf(file.Get(), size);
     LARGE_INTEGER zero{};
-    if (opened)
+    if (opened && how == Opening::append)
         opened = Done(SetFilePointerEx(file.Get(), zero, nullptr, FILE_END));
     if (!opened)
         return Failed(opened.Why());

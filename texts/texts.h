@@ -52,8 +52,6 @@ inline std::string Why(const sys::Reason& reason)
     case sys::Reason::Own::link:
         return "A link (a junction or symbolic link) stands on the way: what lies behind it may be anywhere, so the "
                "program does not go through it.";
-    case sys::Reason::Own::notAWindowsName:
-        return "Windows would read the name as another file, a device or no name at all.";
     case sys::Reason::Own::tooLargeToBackUp:
         return "The file is 2 GiB or larger, more than a backup record holds.";
     case sys::Reason::Own::gameFolderGone:

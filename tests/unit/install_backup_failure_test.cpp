@@ -8,6 +8,7 @@
 
 #include <functional>
 
+#include "fault_injection.h"
 #include "install_scene.h"
 
 namespace {
@@ -69,6 +70,20 @@ TEST(BackupFailure, InstallStopsBeforeChangingAnythingAndTheNextInstallBacksItAl
         EXPECT_FALSE(scene.Uninstall().backupKept) << c.what;
         EXPECT_EQ(Snapshot(scene.accountFolder), before) << c.what;
     }
+    // Nothing to back up, and the archive fails (a failing call at each point in turn): never a
+    // removal list without its archive, which alone offers the uninstall.
+    int met = 0;
+    for (std::uint64_t nth = 1; nth < 100; ++nth) {
+        InstallScene scene;
+        sys::faults::Arm(nth, sys::faults::Mode::fail);
+        const InstallOutcome stopped = scene.Install();
+        sys::faults::Arm(0, sys::faults::Mode::fail);
+        if (stopped.path != scene.archivePath)
+            continue;
+        ++met;
+        EXPECT_TRUE(Exists(scene.archivePath) || !Exists(scene.removalListPath)) << "call " << nth;
+    }
+    EXPECT_GE(met, 2) << "the archive's look-up and its making";
 }
 
 }  // namespace

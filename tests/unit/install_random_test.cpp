@@ -112,7 +112,7 @@ private:
         } else {
             const UninstallOutcome outcome = UninstallConfig(scene.profile, place);
             sys::faults::Arm(0, Mode::fail);
-            if (away && !outcome.gameAway.Failed())
+            if (away && !outcome.gameAway)
                 why = "did not see the game away";
             else if (!outcome.backupKept && Snapshot(scene.steam.Path()) != start)
                 why = "said uninstalled while something of ours remains or the player's is not back";

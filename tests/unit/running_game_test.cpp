@@ -86,15 +86,26 @@ TEST(RunningGame, EitherGamesProgramsAreFoundByNameInAnyLetterCase)
     }));
     EXPECT_FALSE(GameIsRunning(game));
 
-    // A LAN admin's install meets the game left open.
+    // A LAN admin's install and uninstall meet the game left open; an install that finds every
+    // file as shipped changes nothing, so it need not wait.
     RegisteredSteam steam;
     WriteFile(AccountFolderEntry(steam.Apps(), "player").cs16Content + "config.cfg", "player's");
-    Program hl("hl.exe");
-    ASSERT_TRUE(Soon([] { return GameIsRunning(cs16Profile); }));
-    Command install;
+    Command install, uninstall;
     std::string error;
     ASSERT_TRUE(ParseCommandLine({"/install", "cs16"}, install, error));
-    EXPECT_EQ(RunCommand(install).status, 5);
+    ASSERT_TRUE(ParseCommandLine({"/uninstall", "cs16"}, uninstall, error));
+    const auto running = [] { return GameIsRunning(cs16Profile); };
+    {
+        Program hl("hl.exe");
+        ASSERT_TRUE(Soon(running));
+        EXPECT_EQ(RunCommand(install).status, 5);
+    }
+    ASSERT_TRUE(Soon([&] { return !running(); }));
+    EXPECT_EQ(RunCommand(install).status, 0);
+    Program hl("hl.exe");
+    ASSERT_TRUE(Soon(running));
+    EXPECT_EQ(RunCommand(install).status, 0);
+    EXPECT_EQ(RunCommand(uninstall).status, 5);
 }
 
 }  // namespace
