@@ -1,6 +1,7 @@
 // Ludax.exe as a LAN admin's script runs it: a command, its output redirected, the exit status
-// read, a log kept; every status from 0 to 8 reached by a real situation. (How each command
-// picks its place and which status each outcome gets: the unit tests' CommandLine cases.)
+// read, a log kept; every status from 0 to 8 reached by a real situation (2, no Steam: admin_test.cpp).
+// (How each command picks its place and which status each outcome gets: the unit tests'
+// CommandLine cases.)
 
 #include <gtest/gtest.h>
 
@@ -11,7 +12,7 @@
 #include "player_pc.h"
 #include "text.h"
 
-TEST(CommandLine, TheUsageABadCommandLineAndNoSteamAreStatus0To2)
+TEST(CommandLine, TheUsageIsStatus0AndABadCommandLine1)
 {
     const CommandRun usage = RunLudaxCommand("/?");
     EXPECT_EQ(usage.status, 0u);
@@ -23,12 +24,6 @@ TEST(CommandLine, TheUsageABadCommandLineAndNoSteamAreStatus0To2)
     EXPECT_EQ(bad.status, 1u);
     EXPECT_EQ(bad.err.rfind("/place takes one number, 1 or more: x\r\n\r\nLudax config. installs the LUDAX", 0), 0u) << bad;
     EXPECT_EQ(bad.out, "");
-    SteamFolder::RemoveKey();
-    EXPECT_EQ(RunLudaxCommand("/list"),
-              (CommandRun{2, "",
-                          "Steam was not found: the registry holds neither SteamPath under "
-                          "HKEY_CURRENT_USER\\Software\\Valve\\Steam nor InstallPath under "
-                          "HKEY_LOCAL_MACHINE\\SOFTWARE\\Valve\\Steam. Name Steam's folder with /steam DIR.\r\n"}));
 }
 
 TEST(CommandLine, AScriptListsInstallsAndUninstallsMeetingEveryOtherStatusOnTheWay)
@@ -39,7 +34,8 @@ TEST(CommandLine, AScriptListsInstallsAndUninstallsMeetingEveryOtherStatusOnTheW
     const auto before = Snapshot(steam.Path());
     steam.Register();
     TempFolder logs;
-    const std::string log = logs.Path() + "/ludax log.txt", windowLog = logs.Path() + "/window.log";
+    const std::string log = logs.Path() + "/ludax log.txt", windowLog = logs.Path() + "/window.log",
+                      stopLog = logs.Path() + "/stopped.log";
 
     EXPECT_EQ(RunLudaxCommand("/LIST"), (CommandRun{0, "1\tplayer\tcs16=present\tcss=absent\r\n", ""}));
     const std::string noLog = logs.Path() + "/no such folder/ludax.log";
@@ -55,13 +51,20 @@ TEST(CommandLine, AScriptListsInstallsAndUninstallsMeetingEveryOtherStatusOnTheW
                   (CommandRun{5, "", "Counter-Strike 1.6 is running: close the game, then start the command again.\r\n"}));
     }
     {
-        LockedFile held(content + "config.cfg");
+        // Another program reads the player's config.cfg and lets nobody write it: backed up, not
+        // written; standard error and the log's last line say why.
+        LockedFile held(content + "config.cfg", LockedFile::Sharing::readers);
         ASSERT_TRUE(held.Locked());
-        EXPECT_EQ(RunLudaxCommand("/install cs16"),
+        EXPECT_EQ(RunLudaxCommand("/install cs16 /log " + Quoted(stopLog)),
                   (CommandRun{6, "",
-                              "Could not back up the file\r\n" + content +
+                              "Could not write the file\r\n" + content +
                                   "config.cfg\r\nSharing violation.\r\nNothing more was changed.\r\n"}));
     }
+    const auto stopped = LogFields(ReadFile(stopLog));
+    const std::vector<std::string> backedUp{"backed up", Backslashed(content) + "config.cfg"};
+    EXPECT_EQ(std::count(stopped.begin(), stopped.end(), backedUp), 1);
+    EXPECT_EQ(stopped.back(), (std::vector<std::string>{"ended", "6", "the install stopped at " + Backslashed(content) +
+                                                                           "config.cfg: Sharing violation."}));
     // The stopped install's backup files stand, its files do not: installed, not as shipped.
     const CommandRun again = RunLudaxCommand("/install cs16");
     EXPECT_EQ(again.status, 4u);
@@ -72,8 +75,9 @@ TEST(CommandLine, AScriptListsInstallsAndUninstallsMeetingEveryOtherStatusOnTheW
               (CommandRun{0, "Counter Strike LUDAX config installed successfully!\r\n", ""}));
     EXPECT_EQ(ReadFile(content + "config.cfg"), PayloadBytes("cs16", "config.cfg"));
     const auto logged = LogFields(ReadFile(log));
-    for (const std::vector<std::string>& action : {std::vector<std::string>{"backed up", Backslashed(content) + "config.cfg"},
-                                                   {"wrote", Backslashed(content) + "config.cfg"},
+    // config.cfg was backed up by the stopped install: the reinstall writes it, and backs up nothing again.
+    EXPECT_EQ(std::count(logged.begin(), logged.end(), backedUp), 0);
+    for (const std::vector<std::string>& action : {std::vector<std::string>{"wrote", Backslashed(content) + "config.cfg"},
                                                    {"made folder", Backslashed(content) + "resource"}})
         EXPECT_EQ(std::count(logged.begin(), logged.end(), action), 1) << action[0];
     {
