@@ -10,6 +10,7 @@
 #include "bench_process.h"
 #include "child_report.h"
 #include "copy_baseline.h"
+#include "flush_cost.h"
 #include "folder_size.h"
 #include "game_series.h"
 #include "game_table.h"
@@ -260,12 +261,22 @@ int RunBenchmark(const BenchOptions& options)
         double idlePeak = benchmark.IdlePeakBytes();
         std::printf("idle child's peak: %.2f MB\n", idlePeak / (1024.0 * 1024.0));
         bool met = true;
+        if (!options.saveMedians.empty())
+            std::remove(options.saveMedians.c_str());
         for (int index = 0; index < gameCount; ++index) {
             const BenchGame& game = GameAt(index);
-            met = PrintTable(GameTable(game, benchmark.MeasureGame(game), idlePeak)) && met;
+            const GameSeries series = benchmark.MeasureGame(game);
+            if (options.flushesOffAgainst.empty())
+                met = PrintTable(GameTable(game, series, idlePeak)) && met;
+            else
+                Require(PrintFlushCost(options.flushesOffAgainst, game.key, series),
+                        "no medians of " + std::string(game.key) + " in " + options.flushesOffAgainst);
+            if (!options.saveMedians.empty())
+                SaveMedians(options.saveMedians, game.key, series);
             std::fflush(stdout);
         }
-        std::printf("\n%s\n", met ? "All targets met." : "Some targets missed (OVER above).");
+        if (options.flushesOffAgainst.empty())
+            std::printf("\n%s\n", met ? "All targets met." : "Some targets missed (OVER above).");
     } catch (const std::exception& error) {
         std::fprintf(stderr, "ludax_bench: %s\n", error.what());
         status = 1;
