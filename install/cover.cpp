@@ -7,11 +7,14 @@
 namespace {
 
 // Whether a backup file is there; unknown is a failure to read it (and a folder fails to open).
+// A link in a backup file's place is refused: the install would write wherever it leads.
 bool There(const std::string& path, Cover& cover)
 {
     const sys::Entry entry = sys::LookUp(path);
     if (entry.kind == sys::EntryKind::unknown)
         cover.unreadable = {path, entry.reason};
+    else if (entry.link && !cover.unreadable.Failed())
+        cover.unreadable = {path, sys::Reason::Refused(sys::Reason::Own::link)};
     return entry.kind != sys::EntryKind::none;
 }
 

@@ -1,6 +1,7 @@
 #include "install.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <set>
@@ -161,6 +162,14 @@ sys::Status Finish(Appending& appending)
     return flushed ? closed : flushed;
 }
 
+// Where this install's pieces of the backup files lie: the archive's end after each step's
+// record, and the removal list's end before this install's lines (what goes before them).
+struct WrittenAhead {
+    std::vector<std::uint64_t> archiveEndAfter;  // one per step; empty when the archive was not opened
+    std::optional<std::uint64_t> listStart;
+    std::string listPrefix;
+};
+
 // The backup files before anything else changes: the archive (whose presence offers the
 // uninstall) with its header and a record of each player's file about to change, then the
 // removal list with every line this install adds; then each is flushed once, so that what
@@ -168,7 +177,7 @@ sys::Status Finish(Appending& appending)
 // this install added go again: they would stand for files the install did not change, which the
 // player may still change before an uninstall puts the recorded bytes back.
 InstallOutcome WriteAhead(const BackupFiles& backup, const Cover& cover, const std::vector<Step>& steps,
-                          const std::vector<std::string>& lines)
+                          const std::vector<std::string>& lines, WrittenAhead& written)
 {
     Appending archive, list;
     InstallOutcome stop;  // a player's file that could not be backed up
@@ -185,6 +194,7 @@ InstallOutcome WriteAhead(const BackupFiles& backup, const Cover& cover, const s
                 stop = {Result::backupFailed, step.target, recorded.Why()};
                 break;
             }
+            written.archiveEndAfter.push_back(archive.file->End());
         }
         // An archive that could not be made, with nothing to back up: no list without it.
         if (stop.result == Result::installed && !archive.file->State())
@@ -194,7 +204,9 @@ InstallOutcome WriteAhead(const BackupFiles& backup, const Cover& cover, const s
         list.file.emplace(cover.listExists ? OutputFile::Continue(backup.removalList, cover.listExtent.linesEnd)
                                            : OutputFile::Create(backup.removalList));
         list.start = list.file->End();
-        const std::string block = (cover.listExists && cover.listExtent.lastLineOpen ? "\r\n" : "") + RemovalLines(lines);
+        written.listStart = list.start;
+        written.listPrefix = cover.listExists && cover.listExtent.lastLineOpen ? "\r\n" : "";
+        const std::string block = written.listPrefix + RemovalLines(lines);
         if (!list.file->Append(block))
             static_cast<void>(list.file->CutBack(list.start));  // no half line may stay for the uninstall to read
     }
@@ -233,6 +245,37 @@ InstallOutcome Carry(const Step& step, const ActionLog& log)
     else if (!step.fileInTheWay)
         return {Result::writeFailed, step.target, written.Why()};
     return {};
+}
+
+// An install that stopped at `steps[reached]` takes back what it wrote ahead for the steps after
+// it, which it never began: an archive record would put back, at the uninstall, bytes the player
+// may change meanwhile, and a removal line would delete a file the player or the game makes
+// there. Each file is cut back and flushed; where that fails, it keeps what it had.
+void TakeBackUnreached(const BackupFiles& backup, const std::vector<Step>& steps, std::size_t reached,
+                       const std::vector<std::string>& lines, const WrittenAhead& written)
+{
+    const auto& ends = written.archiveEndAfter;
+    if (reached + 1 < ends.size() && ends[reached] < ends.back()) {
+        OutputFile archive = OutputFile::Continue(backup.archive, ends[reached]);
+        static_cast<void>(archive.Flush());
+        static_cast<void>(archive.Close());
+    }
+    if (!written.listStart)
+        return;
+    std::set<std::string> begun;  // the files and folders of the steps up to the one it stopped at
+    for (std::size_t i = 0; i <= reached && i < steps.size(); ++i) {
+        begun.insert(steps[i].target);
+        begun.insert(steps[i].folders.begin(), steps[i].folders.end());
+    }
+    std::vector<std::string> kept;
+    std::copy_if(lines.begin(), lines.end(), std::back_inserter(kept),
+                 [&](const std::string& line) { return begun.count(line) > 0; });
+    if (kept.size() == lines.size())
+        return;
+    OutputFile list = OutputFile::Continue(backup.removalList, *written.listStart);
+    list.Append(written.listPrefix + RemovalLines(kept));
+    static_cast<void>(list.Flush());
+    static_cast<void>(list.Close());
 }
 
 InstallOutcome LogStop(const InstallOutcome& outcome, const ActionLog& log)
@@ -276,14 +319,17 @@ InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const
         return LogStop(steps.front().stop, log);
     std::vector<std::string> lines = planner.newLines;
     lines.insert(lines.end(), planner.newFolders.rbegin(), planner.newFolders.rend());
-    InstallOutcome outcome = WriteAhead(backup, cover, steps, lines);
+    WrittenAhead written;
+    InstallOutcome outcome = WriteAhead(backup, cover, steps, lines, written);
     if (outcome.result != Result::installed)
         return LogStop(outcome, log);
 
-    for (const Step& step : steps) {
-        outcome = Carry(step, log);
-        if (outcome.result != Result::installed)
+    for (std::size_t at = 0; at < steps.size(); ++at) {
+        outcome = Carry(steps[at], log);
+        if (outcome.result != Result::installed) {
+            TakeBackUnreached(backup, steps, at, lines, written);
             return LogStop(outcome, log);
+        }
     }
     place.*game.installedFlag = true;
     return outcome;

@@ -7,6 +7,13 @@
 #include "text_encoding.h"
 #include "windows_names.h"
 
+namespace {
+
+// How many places of one removal line LineAtPlace tries as the game's folder.
+constexpr std::size_t maxGameFolderCandidates = 8;
+
+}  // namespace
+
 bool IsBelow(const std::string& path, const std::string& folder)
 {
     return path.size() > folder.size() + 1 && path.compare(0, folder.size(), folder) == 0 &&
@@ -62,10 +69,15 @@ std::string LineAtPlace(const std::string& line, const PlaceGame& game, const St
     const std::string common = AsciiLower(own[own.size() - 2]);
     const std::string name = AsciiLower(own.back());
     const std::vector<std::string> segments = ResolvePath(line).segments;
+    // A path an install wrote names a game folder once, or a few times when the folders above
+    // Steam's happen to look like one; a line naming more is passed over, at a bounded cost.
+    std::size_t candidates = 0;
     for (std::size_t at = 2; at < segments.size(); ++at) {
         if (AsciiLower(segments[at]) != name || AsciiLower(segments[at - 2]) != steamapps ||
             (place.library && AsciiLower(segments[at - 1]) != common))
             continue;
+        if (++candidates > maxGameFolderCandidates)
+            break;
         std::string below = gameFolder;
         for (std::size_t next = at + 1; next < segments.size(); ++next)
             below += "/" + segments[next];

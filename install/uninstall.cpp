@@ -228,10 +228,14 @@ bool Removed(const std::string& path, sys::Failure& first)
     return false;
 }
 
-// An archive holding no records: it keeps the uninstall offered while something remains.
-void KeepUninstallOffered(const std::string& archivePath)
+// An archive holding no records: it keeps the uninstall offered while something remains. One
+// whose every record is back (each flushed) is emptied too: a later uninstall would put those
+// bytes back again over what the player may have changed since, and a later install would take
+// the files for backed up already. A link in its place is left alone.
+void KeepUninstallOffered(const std::string& archivePath, bool allRestored)
 {
-    if (sys::LookUp(archivePath).kind != sys::EntryKind::none)
+    const sys::Entry entry = sys::LookUp(archivePath);
+    if (entry.kind != sys::EntryKind::none && !(allRestored && entry.kind == sys::EntryKind::file && !entry.link))
         return;
     OutputFile archive = OutputFile::Create(archivePath);
     AppendArchiveHeader(archive);
@@ -284,7 +288,7 @@ UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, c
         RewriteRemovalList(listPath, draftPath, removal.remaining);
     }
     if (outcome.backupKept) {
-        KeepUninstallOffered(archivePath);
+        KeepUninstallOffered(archivePath, restored);
         for (const std::string& line : removal.remaining)
             log("kept", line);
         for (const std::string& backup : {archivePath, listPath})

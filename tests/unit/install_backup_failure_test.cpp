@@ -86,5 +86,38 @@ TEST(BackupFailure, InstallStopsBeforeChangingAnythingAndTheNextInstallBacksItAl
     EXPECT_GE(met, 2) << "the archive's look-up and its making";
 }
 
+TEST(BackupFailure, AnInstallStoppedAtAFileKeepsNoRecordOrLineForTheFilesAfterIt)
+{
+    // The calls in turn until one fails the write of the first file, after the write ahead.
+    for (std::uint64_t nth = 1; nth < 200; ++nth) {
+        InstallScene scene;  // records: cfg/ludax/binds.cfg, resource/background/x.tga, a.txt, cfg/config.cfg
+        const std::string& p = scene.content;
+        WriteFile(p + "cfg/ludax/binds.cfg", "player's binds");
+        WriteFile(p + "cfg/config.cfg", "player's config");
+        sys::faults::Arm(nth, sys::faults::Mode::fail);
+        const InstallOutcome stopped = scene.Install();
+        sys::faults::Arm(0, sys::faults::Mode::fail);
+        ASSERT_NE(stopped.result, InstallOutcome::Result::installed) << "no failing call stopped it at its first file";
+        if (stopped.result != InstallOutcome::Result::writeFailed || stopped.path != p + "cfg/ludax/binds.cfg" ||
+            !Exists(scene.archivePath))
+            continue;  // a call before the write ahead, or of it
+        // What covers the first file stays; what was written ahead for the others goes: a record
+        // of config.cfg would put back what the player changes meanwhile, a line for a.txt would
+        // delete the one the player makes.
+        EXPECT_EQ(ReadFile(scene.archivePath), archiveHeader + Record("cfg/ludax/binds.cfg", "player's binds"));
+        EXPECT_EQ(ReadFile(scene.removalListPath), "");
+        WriteFile(p + "cfg/config.cfg", "player's newer config");
+        WriteFile(p + "a.txt", "player's own a");
+        const Tree now = Snapshot(scene.accountFolder);
+        EXPECT_FALSE(scene.Uninstall().backupKept);
+        Tree expected = now;
+        expected.erase("cs16ludax.bak");
+        expected.erase("cs16ludax_1.bak");
+        expected["counter-strike/cstrike/cfg/ludax/binds.cfg"] = "player's binds";
+        EXPECT_EQ(Snapshot(scene.accountFolder), expected);
+        return;
+    }
+}
+
 }  // namespace
 #endif

@@ -131,6 +131,19 @@ TEST(Links, InstallStopsBeforeWritingThroughALink)
         // Stopped at its first file it changed nothing; past it, the next start offers the uninstall.
         EXPECT_EQ(Exists(scene.archivePath), c.stopsAt != "a.txt") << c.what;
     }
+    // A link in a backup file's place: the install would cut and add to whatever it leads to.
+    for (const bool list : {false, true}) {
+        InstallScene scene(payload);
+        const std::string backupFile = list ? scene.removalListPath : scene.archivePath;
+        ASSERT_TRUE(MakeLink(other.folder + "/config.cfg", backupFile));
+        const Tree outside = Snapshot(other.root.Path()), game = Snapshot(scene.content);
+        const InstallOutcome outcome = scene.Install();
+        EXPECT_EQ(outcome.result, InstallOutcome::Result::writeFailed) << backupFile;
+        EXPECT_EQ(outcome.path, backupFile);
+        EXPECT_EQ(outcome.reason, sys::Reason::Refused(sys::Reason::Own::link)) << backupFile;
+        EXPECT_EQ(Snapshot(other.root.Path()), outside) << backupFile;
+        EXPECT_EQ(Snapshot(scene.content), game) << backupFile;
+    }
 }
 #endif
 
