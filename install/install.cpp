@@ -272,10 +272,20 @@ void TakeBackUnreached(const BackupFiles& backup, const std::vector<Step>& steps
                  [&](const std::string& line) { return begun.count(line) > 0; });
     if (kept.size() == lines.size())
         return;
-    OutputFile list = OutputFile::Continue(backup.removalList, *written.listStart);
-    list.Append(written.listPrefix + RemovalLines(kept));
-    static_cast<void>(list.Flush());
-    static_cast<void>(list.Close());
+    // The list as it was before this install, then the lines kept: written whole as a draft,
+    // flushed, and put in the list's place in one step, so that a kill leaves one list or the other.
+    sys::File old = sys::File::OpenForReading(backup.removalList);
+    OutputFile draft = OutputFile::Create(backup.draft);
+    bool copied = old.IsOpen();
+    std::vector<char> slice(64 * 1024);
+    for (std::uint64_t at = 0; copied && at < *written.listStart;) {
+        const std::size_t part = static_cast<std::size_t>(std::min<std::uint64_t>(slice.size(), *written.listStart - at));
+        copied = old.Read(slice.data(), part) && draft.Append(slice.data(), part);
+        at += part;
+    }
+    copied = old.Close() && copied && draft.Append(written.listPrefix + RemovalLines(kept)) && draft.Flush();
+    if (!draft.Close() || !copied || !sys::MoveOver(backup.draft, backup.removalList))
+        static_cast<void>(sys::RemoveFile(backup.draft));
 }
 
 InstallOutcome LogStop(const InstallOutcome& outcome, const ActionLog& log)

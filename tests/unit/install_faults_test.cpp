@@ -15,6 +15,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <functional>
+#include <tuple>
 
 #include "fault_injection.h"
 #include "find_games.h"
@@ -243,7 +244,8 @@ std::uint64_t CallsOf(const World& world, const std::function<void(InstallScene&
     return calls;
 }
 
-const auto installed = [](InstallScene& scene) { scene.Install(); };
+const std::function<void(InstallScene&)> installed = [](InstallScene& scene) { scene.Install(); };
+const std::function<void(InstallScene&)> nothingYet = [](InstallScene&) {};
 
 TEST(FaultInjection, NoFailedCallHalfWriteKillOrPowerCutCostsAPlayersByteOrLeavesAnythingBehind)
 {
@@ -276,16 +278,20 @@ TEST(FaultInjection, NoFailedCallHalfWriteKillOrPowerCutCostsAPlayersByteOrLeave
     EXPECT_EQ(tally.leftBehind, 0);
 }
 
-TEST(FaultInjection, TwoFailuresInOneUninstallCostNothingEither)
+TEST(FaultInjection, TwoFailuresInOneUninstallOrFirstInstallCostNothingEither)
 {
     // A file that will not go and then the removal list's draft, a folder that can be neither
-    // removed nor listed: every pair of failing calls.
+    // removed nor listed; a first install's file that cannot be written and then the take-back of
+    // what it wrote ahead for the files after it: every pair of failing calls.
     Tally tally;
-    const std::uint64_t count = CallsOf(unchanged, installed, uninstall);
-    for (std::uint64_t nth = 1; nth <= count; ++nth)
-        for (std::uint64_t also = nth + 1; also <= count + 2; ++also)
-            RunOnce("uninstall", unchanged, installed, uninstall, {Mode::fail, nth, also}, false, tally);
-    std::printf("two failures in one uninstall: %llu runs, lost bytes %llu, entries left behind %d\n",
+    for (const auto& [what, setUp, operation] :
+         {std::tuple{"uninstall", installed, uninstall}, std::tuple{"first install", nothingYet, install}}) {
+        const std::uint64_t count = CallsOf(unchanged, setUp, operation);
+        for (std::uint64_t nth = 1; nth <= count; ++nth)
+            for (std::uint64_t also = nth + 1; also <= count + 2; ++also)
+                RunOnce(what, unchanged, setUp, operation, {Mode::fail, nth, also}, false, tally);
+    }
+    std::printf("two failures in one uninstall or first install: %llu runs, lost bytes %llu, entries left behind %d\n",
                 static_cast<unsigned long long>(tally.runs), static_cast<unsigned long long>(tally.lostBytes),
                 tally.leftBehind);
 }
