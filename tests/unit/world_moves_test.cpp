@@ -176,6 +176,27 @@ TEST(WorldMoves, WhatCouldNotBeLookedAtStaysListedUntilItCanBe)
 }
 #endif
 
+#ifdef _WIN32
+// A file of ours another program holds open stays, and stays listed, with the folders holding it:
+// the next uninstall removes them.
+TEST(WorldMoves, AFileOfOursHeldOpenStaysListedUntilTheNextUninstall)
+{
+    InstallScene scene;
+    const Tree before = Snapshot(scene.steam.Path());
+    ASSERT_EQ(scene.Install().result, InstallOutcome::Result::installed);
+    const std::string binds = scene.content + "cfg/ludax/binds.cfg";
+    {
+        LockedFile held(binds);
+        ASSERT_TRUE(held.Locked());
+        EXPECT_TRUE(scene.Uninstall().backupKept);
+    }
+    EXPECT_EQ(ReadFile(scene.removalListPath),
+              binds + "\r\n" + scene.content + "cfg/ludax\r\n" + scene.content + "cfg\r\n");
+    EXPECT_FALSE(scene.Uninstall().backupKept);
+    EXPECT_EQ(Snapshot(scene.steam.Path()), before);
+}
+#endif
+
 TEST(WorldMoves, LinesAndRecordsNoInstallWroteNeverHoldTheUninstallBack)
 {
     InstallScene scene;
