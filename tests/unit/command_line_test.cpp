@@ -149,6 +149,9 @@ TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
     WriteFile(place.cs16Content + "autobuy.txt", autobuy);
     const std::string userconfig = place.cs16Content + "userconfig.cfg";  // a line added at its end
     WriteFile(userconfig, ReadFile(userconfig) + "bind x quit\r\n");
+    const std::string menu = place.cs16Content + "commandmenu.txt";  // a folder in its place: there, not as shipped
+    RemovePath(menu);
+    MakeFolders(menu);
     const CommandResult differs = Ask({"/verify", "cs16", "/place", "1"});
     EXPECT_EQ(differs.status, 9);
     const auto has = [](const std::string& text, const std::string& line) { return text.find(line) != std::string::npos; };
@@ -156,7 +159,9 @@ TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
     EXPECT_TRUE(has(differs.out, "missing\t" + ludaxCfg + "\n")) << differs.out;
     EXPECT_TRUE(has(differs.out, "changed\t" + place.cs16Content + "autobuy.txt\n")) << differs.out;
     EXPECT_TRUE(has(differs.out, "changed\t" + userconfig + "\n")) << differs.out;
-    EXPECT_EQ(std::count(differs.out.begin(), differs.out.end(), '\n'), 4) << differs.out;
+    EXPECT_TRUE(has(differs.out, "changed\t" + menu + "\n")) << differs.out;
+    EXPECT_EQ(std::count(differs.out.begin(), differs.out.end(), '\n'), 5) << differs.out;
+    RemovePath(menu);
     const CommandResult refused = Ask({"/install", "cs16"});
     EXPECT_EQ(refused.status, 4);
     EXPECT_TRUE(has(refused.err, "changed\t" + config + "\n") && has(refused.err, "missing\t" + ludaxCfg + "\n"))
