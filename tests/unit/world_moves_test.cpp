@@ -80,9 +80,11 @@ TEST(WorldMoves, TheGameAwayKeepsEverythingUntilItIsBack)
         const char* what;
         std::string away;  // below the account folder: moved elsewhere, and back
         bool linked;       // the game's folder is a link to where it lives; its target goes
+        bool fileInItsPlace = false;
     };
     std::vector<Case> cases = {{"the game's folder moved", "counter-strike", false},
-                               {"its cstrike folder moved", "counter-strike/cstrike", false}};
+                               {"its cstrike folder moved", "counter-strike/cstrike", false},
+                               {"a file where its cstrike folder was", "counter-strike/cstrike", false, true}};
 #ifndef _WIN32
     cases.push_back({"a link to the game whose target is gone", "counter-strike", true});  // Wine: no such link
 #endif
@@ -102,6 +104,8 @@ TEST(WorldMoves, TheGameAwayKeepsEverythingUntilItIsBack)
         const Tree installed = Snapshot(scene.steam.Path());
 
         std::filesystem::rename(target, parked);
+        if (c.fileInItsPlace)
+            WriteFile(folder, "not the game");
         const Tree away = Snapshot(scene.steam.Path());
         const UninstallOutcome outcome = scene.Uninstall();
         EXPECT_TRUE(outcome.backupKept) << c.what;
@@ -115,6 +119,8 @@ TEST(WorldMoves, TheGameAwayKeepsEverythingUntilItIsBack)
             EXPECT_EQ(Snapshot(scene.steam.Path()), away) << c.what << ": the install made something";
         }
 
+        if (c.fileInItsPlace)
+            RemovePath(folder);
         std::filesystem::rename(parked, target);
         EXPECT_EQ(Snapshot(scene.steam.Path()), installed) << c.what;
         EXPECT_FALSE(scene.Uninstall().backupKept) << c.what;
