@@ -8,41 +8,45 @@
 
 namespace {
 
-TEST(UninstallPassesOver, RemovalLinesNamingBackupFilesDevicesOrOverlongPaths)
+TEST(UninstallPassesOver, LinesAndRecordsNoInstallCouldHaveWritten)
 {
     InstallScene scene;
     const std::string& a = scene.accountFolder;
     const std::string& c = scene.content;
-    WriteFile(scene.archivePath, archiveHeader + Record("cfg/config.cfg", "player's config"));
-    WriteFile(a + "/cssludax.bak", archiveHeader);
-    WriteFile(a + "/cssludax_1.bak", "");
-    WriteFile(c + "one.cfg", "1");
-    WriteFile(c + "two.cfg", "2");
+    const std::string steam = scene.steam.Path();
+    for (const std::string& file : {a + "/cssludax.bak", a + "/cssludax_1.bak", a + "/half-life/valve/config.cfg",
+                                    steam + "/config/loginusers.vdf", c + "cfg/own.cfg"})
+        WriteFile(file, "not to be removed");
 #ifndef _WIN32
     // Windows cannot even hold these two: the one is a device, the other loses its dot.
     WriteFile(c + "aux", "not a device here, but it would be under Windows");
     WriteFile(c + "cfg.", "trailing dot");
 #endif
-    const std::string longName(300, 'l');
+    WriteFile(c + "cfg/config.cfg", "the player's config");
+    Tree expected = Snapshot(steam);
+    // Records: a segment longer than a Windows name holds, a name that is not UTF-8 (as written in
+    // a Western code page), one leaving the folder, a record running past the end; one true one.
+    WriteFile(scene.archivePath, archiveHeader + Record("cfg/" + std::string(300, 'n') + ".cfg", "x") +
+                                     Record(Western("cfg/café.cfg"), "x") + Record("../a.cfg", "x") +
+                                     Record("cfg/config.cfg", "the player's config") + Le32(5) + "a.txt" + Le32(1000) +
+                                     "cut short");
+    WriteFile(c + "cfg/config.cfg", "the tournament's");
+    // Lines: the game's and the account's folders, the backup files in any case, devices, a zero
+    // byte, an overlong name, other games' and Steam's files, some through ".."; and two of ours.
+    WriteFile(c + "one.cfg", "ours");
+    WriteFile(c + "two.cfg", "ours");
     std::string list = c + "one.cfg\r\n";
     for (const std::string& line :
-         {a + "/cs16ludax.bak", a + "/CSSLUDAX.BAK", a + "/cssludax_1.bak", c + "aux", c + "cfg.",
-          std::string(c + "two.cfg").insert(c.size(), 1, '\0'), c + longName})
+         {scene.account.cs16Game, a, a + "/cs16ludax.bak", a + "/CSSLUDAX.BAK", a + "/cssludax_1.bak", c + "aux",
+          c + "cfg.", std::string(c + "two.cfg").insert(c.size(), 1, '\0'), c + std::string(300, 'l'),
+          a + "/half-life/valve/config.cfg", c + "../../half-life/valve/config.cfg", steam + "/config/loginusers.vdf",
+          c + "../../../../../config/loginusers.vdf"})
         list += line + "\r\n";
-    list += c + "two.cfg\r\n";
-    WriteFile(scene.removalListPath, list);
+    WriteFile(scene.removalListPath, list + c + "two.cfg\r\n");
 
-    EXPECT_FALSE(scene.Uninstall().backupKept);
-    Tree expected{{"cfg", "<folder>"}, {"cfg/config.cfg", "player's config"}};
-#ifndef _WIN32
-    expected["aux"] = "not a device here, but it would be under Windows";
-    expected["cfg."] = "trailing dot";
-#endif
-    EXPECT_EQ(Snapshot(c), expected);
-    EXPECT_TRUE(Exists(a + "/cssludax.bak"));
-    EXPECT_TRUE(Exists(a + "/cssludax_1.bak"));
-    EXPECT_FALSE(Exists(scene.archivePath));  // restored, then deleted as usual
-    EXPECT_FALSE(Exists(scene.removalListPath));
+    const UninstallOutcome outcome = scene.Uninstall();
+    EXPECT_FALSE(outcome.backupKept) << outcome.firstFailure.path;
+    EXPECT_EQ(Snapshot(steam), expected);
 }
 
 TEST(UninstallReadsRecordByRecord, ASparseArchiveOfGigabytes)

@@ -83,38 +83,6 @@ TEST(Uninstall, ArchiveMissingTooShortOrWithAnyHeader)
     }
 }
 
-TEST(Uninstall, RemovesOnlyWhatAnInstallCanHaveMadeInTheGamesOwnFolder)
-{
-    // Today's layout: Counter-Strike 1.6 shares steamapps/common with every other game.
-    TempFolder steam;
-    SteamAccount library = LibraryEntry(steam.Path());
-    library.hasCs16Backup = true;
-    const std::string common = library.folder;
-    for (const std::string& file :
-         {common + "/Portal 2/portal2/SAVE/quick.sav", common + "/Counter-Strike Source/cstrike/cfg/config.cfg",
-          common + "/Half-Life/hl.exe", common + "/Half-Life/valve/config.cfg", steam.Path() + "/config/loginusers.vdf",
-          library.cs16Content + "ours.cfg"})
-        WriteFile(file, "not to be removed");
-    Tree expected = Snapshot(steam.Path());
-    expected.erase("steamapps/common/Half-Life/cstrike/ours.cfg");
-    std::string list;
-    for (const std::string& line :
-         {common + "/Portal 2/portal2/SAVE/quick.sav", common + "/Counter-Strike Source/cstrike/cfg/config.cfg",
-          common + "/Half-Life/hl.exe", common + "/Half-Life/valve/config.cfg", common + "/../../config/loginusers.vdf",
-          library.cs16Content + "../../Portal 2/portal2/SAVE/quick.sav", library.cs16Content + "ours.cfg"})
-        list += line + "\r\n";
-    WriteFile(common + "/cs16ludax_1.bak", list);
-    EXPECT_FALSE(UninstallConfig(cs16Profile, library).backupKept);
-    EXPECT_EQ(Snapshot(steam.Path()), expected);
-
-    // The ".." entry of steamapps, offered as an account that holds a counter-strike folder.
-    SteamAccount up = AccountFolderEntry(steam.Path() + "/steamapps/", "..");
-    MakeFolders(up.cs16Content);
-    WriteFile(up.folder + "/cs16ludax_1.bak", up.folder + "/config/loginusers.vdf\r\n");
-    EXPECT_FALSE(UninstallConfig(cs16Profile, up).backupKept);
-    EXPECT_EQ(ReadFile(steam.Path() + "/config/loginusers.vdf"), "not to be removed");
-}
-
 TEST(Uninstall, TakesTheLinesInAnyOrderFilesFirstThenFoldersInnermostFirst)
 {
     InstallScene scene;

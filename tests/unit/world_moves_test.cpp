@@ -24,6 +24,7 @@ TEST(RemovalLines, NameWhatTheyNamedWhereverTheFoldersAboveTheGameAreNow)
     const SteamAccount account = AccountFolderEntry("C:\\Games\\Steam/steamapps/", "player");
     const SteamAccount named = AccountFolderEntry("C:/S/steamapps/", "counter-strike");  // named like the game
     const SteamAccount library = LibraryEntry("N:\\SteamLibrary");
+    const SteamAccount up = AccountFolderEntry("C:/S/steamapps/", "..");  // the ".." entry of steamapps
     const std::string cs16 = "C:\\Games\\Steam/steamapps/player/counter-strike";
     const std::string css = "N:\\SteamLibrary/steamapps/common/Counter-Strike Source";
     struct Case {
@@ -47,6 +48,11 @@ TEST(RemovalLines, NameWhatTheyNamedWhereverTheFoldersAboveTheGameAreNow)
         {library, cssAtPlace, "m:/games/lib/STEAMAPPS/Common/counter-strike source/cstrike/custom/ludax/cfg/x.cfg",
          css + "/cstrike/custom/ludax/cfg/x.cfg"},
         {library, cssAtPlace, "M:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/custom", css + "/cstrike/custom"},
+        {library, cssAtPlace, "M:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike", css + "/cstrike"},
+        {library, cssAtPlace, "M:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/custom/ludax",
+         css + "/cstrike/custom/ludax"},
+        {library, cssAtPlace, "M:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/custom/ludax/..cfg",
+         css + "/cstrike/custom/ludax/..cfg"},
         // No folder of this game, or nothing an install makes there: passed over as before.
         {account, cssAtPlace, "C:/Games/Steam/steamapps/player/counter-strike/cstrike/a.cfg", ""},
         {account, cs16AtPlace, "C:/Games/Steam/steamapps/player/counter-strike", ""},
@@ -57,6 +63,16 @@ TEST(RemovalLines, NameWhatTheyNamedWhereverTheFoldersAboveTheGameAreNow)
         {account, cs16AtPlace, "C:/Games/Steam/steamapps/player/cs16ludax.bak", ""},
         {library, cs16AtPlace, "M:/SteamLibrary/steamapps/player/Half-Life/cstrike/a.cfg", ""},
         {library, cssAtPlace, "M:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/a.cfg", ""},
+        {library, cs16AtPlace, "N:/SteamLibrary/steamapps/common/Half-Life/hl.exe", ""},
+        {library, cssAtPlace, "N:/SteamLibrary/steamapps/common/Counter-Strike Source/hl2.exe", ""},
+        {library, cssAtPlace, "N:/SteamLibrary/steamapps/common/Counter-Strike Source2/cstrike/custom/ludax/a", ""},
+        {library, cssAtPlace, "N:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/custom/other/a.cfg", ""},
+        {library, cssAtPlace, "N:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/cust", ""},
+        {library, cssAtPlace, "N:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/custom/ludax/.../x", ""},
+        {library, cssAtPlace, "N:/SteamLibrary/steamapps/common/cssludax.bak", ""},
+        {library, cs16AtPlace, "N:/SteamLibrary/steamapps/common/Portal 2/portal2/SAVE/quick.sav", ""},
+        {library, cs16AtPlace, "N:/SteamLibrary/steamapps/common/Half-Life/cstrike/../../Portal 2/quick.sav", ""},
+        {up, cs16AtPlace, "C:/S/steamapps/../config/loginusers.vdf", ""},
         // Folders above Steam's that look like a game's: the place that names something wins;
         // a line naming more than eight such places is no install's, and costs little.
         {account, cs16AtPlace, "D:/steamapps/old/counter-strike/Steam/steamapps/player/counter-strike/cstrike/a.cfg",
@@ -202,27 +218,6 @@ TEST(WorldMoves, AFileOfOursHeldOpenStaysListedUntilTheNextUninstall)
     EXPECT_EQ(Snapshot(scene.steam.Path()), before);
 }
 #endif
-
-TEST(WorldMoves, LinesAndRecordsNoInstallWroteNeverHoldTheUninstallBack)
-{
-    InstallScene scene;
-    PlayersFiles(scene);
-    const std::string game = scene.account.cs16Game;
-    WriteFile(scene.content + "cfg/config.cfg", "the player's config");
-    const Tree before = Snapshot(scene.steam.Path());
-    // Records: a segment longer than a Windows name holds, a name that is not UTF-8 (as written
-    // in a Western code page), a record running past the end. Lines: the game's folder itself,
-    // the account folder above it.
-    WriteFile(scene.archivePath, archiveHeader + Record("cfg/" + std::string(300, 'n') + ".cfg", "x") +
-                                     Record(Western("cfg/café.cfg"), "x") + Record("cfg/config.cfg", "the player's config") +
-                                     Le32(5) + "a.txt" + Le32(1000) + "cut short");
-    WriteFile(scene.removalListPath, game + "\r\n" + scene.accountFolder + "\r\n" + scene.content + "made.cfg\r\n");
-    WriteFile(scene.content + "made.cfg", "ours");
-    WriteFile(scene.content + "cfg/config.cfg", "the tournament's");
-    const UninstallOutcome outcome = scene.Uninstall();
-    EXPECT_FALSE(outcome.backupKept) << outcome.firstFailure.path;
-    EXPECT_EQ(Snapshot(scene.steam.Path()), before);
-}
 
 // Folders whose paths are 248 to 259 characters long: past what a plain CreateDirectory takes,
 // within what every other plain call does.
