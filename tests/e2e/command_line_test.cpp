@@ -12,20 +12,6 @@
 #include "player_pc.h"
 #include "text.h"
 
-TEST(CommandLine, TheUsageIsStatus0AndABadCommandLine1)
-{
-    const CommandRun usage = RunLudaxCommand("/?");
-    EXPECT_EQ(usage.status, 0u);
-    EXPECT_EQ(usage.out.rfind("Ludax config. installs the LUDAX tournament's configuration", 0), 0u) << usage.out;
-    EXPECT_NE(usage.out.find("  Ludax.exe /install cs16|css [/place N] [/yes]\r\n"), std::string::npos);
-    EXPECT_EQ(usage.err, "");
-    // What is wrong, then the usage, on standard error.
-    const CommandRun bad = RunLudaxCommand("-install CS16 -YES -place x");
-    EXPECT_EQ(bad.status, 1u);
-    EXPECT_EQ(bad.err.rfind("/place takes one number, 1 or more: x\r\n\r\nLudax config. installs the LUDAX", 0), 0u) << bad;
-    EXPECT_EQ(bad.out, "");
-}
-
 TEST(CommandLine, AScriptListsInstallsAndUninstallsMeetingEveryOtherStatusOnTheWay)
 {
     SteamFolder steam;

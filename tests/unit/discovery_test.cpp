@@ -80,29 +80,6 @@ TEST(Discovery, ACommandTakesTheNamedSteamThenTheUsersThenTheMachines32BitEntryT
     EXPECT_EQ(FindSteam("E:\\Named Steam").steamappsPath, "E:\\Named Steam/steamapps/");
 }
 
-TEST(Discovery, ListingKeepsEveryEntryAndTellsFilesFromFolders)
-{
-    TempFolder root;
-    MakeFolders(root.Path() + "/one/two");
-    WriteFile(root.Path() + "/file.txt", "x");
-    std::vector<std::string> names;
-    const sys::Listing listing = sys::ListFolder(root.Path() + "/");
-    EXPECT_TRUE(listing.status);
-    for (const sys::ListedEntry& entry : listing.entries)
-        names.push_back(entry.name + (entry.folder ? "/" : ""));
-    std::sort(names.begin(), names.end());
-    EXPECT_EQ(names, (std::vector<std::string>{"../", "./", "file.txt", "one/"}));
-    const sys::Listing missing = sys::ListFolder(root.Path() + "/missing/");
-    EXPECT_TRUE(missing.entries.empty());
-    EXPECT_FALSE(missing.status);
-    EXPECT_NE(missing.status.Why().code, 0u);
-
-    EXPECT_EQ(sys::LookUp(root.Path() + "/one").kind, sys::EntryKind::folder);
-    EXPECT_EQ(sys::LookUp(root.Path() + "/file.txt").kind, sys::EntryKind::file);
-    EXPECT_EQ(sys::LookUp(root.Path() + "/nothing").kind, sys::EntryKind::none);
-    EXPECT_FALSE(sys::PathExists(root.Path() + "/file.txt/below"));
-}
-
 TEST(Discovery, FindGamesKeepsQualifyingFoldersInListingOrder)
 {
     TempFolder steam;

@@ -1,70 +1,58 @@
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "install_scene.h"
 
 namespace {
 
 using Result = InstallOutcome::Result;
 
-TEST(Install, FirstInstallIntoAFolderWithoutThePayloadListsEverythingItCreates)
+TEST(Install, AFirstInstallKeepsWhatItOverwritesAndListsWhatItMakesInContainerOrder)
 {
-    InstallScene scene;
-    WriteFile(scene.content + "autoexec.cfg", "player's own");
-    EXPECT_EQ(scene.Install().result, Result::installed);
-
-    EXPECT_TRUE(scene.PayloadWritten());
-    EXPECT_EQ(ReadFile(scene.content + "autoexec.cfg"), "player's own");
-    EXPECT_EQ(ReadFile(scene.archivePath), archiveHeader);
-    // Files in container order, then the folders deepest first.
-    const std::string& c = scene.content;
-    EXPECT_EQ(ReadFile(scene.removalListPath),
-              c + "cfg/ludax/binds.cfg\r\n" + c + "resource/background/x.tga\r\n" + c + "a.txt\r\n" +
-                  c + "cfg/config.cfg\r\n" + c + "resource/background\r\n" + c + "resource\r\n" + c +
-                  "cfg/ludax\r\n" + c + "cfg\r\n");
-    EXPECT_TRUE(scene.account.hasCs16Backup);
-    EXPECT_FALSE(scene.account.hasCssBackup);
-}
-
-TEST(Install, FirstInstallKeepsTheFilesItOverwritesInContainerOrder)
-{
-    InstallScene scene;
-    WriteFile(scene.content + "a.txt", "");  // an empty file is kept as an empty record
-    WriteFile(scene.content + "cfg/ludax/binds.cfg", "bind \"F1\" \"kill\"\r\n");
-    scene.Install();
-
-    EXPECT_TRUE(scene.PayloadWritten());
-    EXPECT_EQ(ReadFile(scene.archivePath),
-              archiveHeader + Record("cfg/ludax/binds.cfg", "bind \"F1\" \"kill\"\r\n") + Record("a.txt", ""));
-    const std::string& c = scene.content;
-    EXPECT_EQ(ReadFile(scene.removalListPath), c + "resource/background/x.tga\r\n" + c +
-                                                   "cfg/config.cfg\r\n" + c + "resource/background\r\n" +
-                                                   c + "resource\r\n");
-
-    // Every target there already: the list stays empty.
-    InstallScene full;
-    std::string expectedArchive = archiveHeader;
-    for (const PayloadFile& file : full.files) {
-        WriteFile(full.content + file.name, "old " + file.name);
-        expectedArchive += Record(file.name, "old " + file.name);
+    // Records: cfg/ludax/binds.cfg, resource/background/x.tga, a.txt, cfg/config.cfg. Files in
+    // container order, then the folders it made, deepest first.
+    const struct {
+        const char* what;
+        std::vector<PayloadFile> players;  // in the content folder before the install
+        std::vector<PayloadFile> kept;     // the archive's records
+        std::string listed;                // below the content folder, a line each
+    } cases[] = {
+        {"none of its files there", {{"autoexec.cfg", "player's own"}}, {},
+         "cfg/ludax/binds.cfg resource/background/x.tga a.txt cfg/config.cfg resource/background resource cfg/ludax cfg"},
+        {"some there, one empty",
+         {{"a.txt", ""}, {"cfg/ludax/binds.cfg", "bind \"F1\" \"kill\"\r\n"}},
+         {{"cfg/ludax/binds.cfg", "bind \"F1\" \"kill\"\r\n"}, {"a.txt", ""}},
+         "resource/background/x.tga cfg/config.cfg resource/background resource"},
+        {"all there",
+         {{"cfg/ludax/binds.cfg", "old b"}, {"resource/background/x.tga", "old x"}, {"a.txt", "old a"},
+          {"cfg/config.cfg", "old c"}},
+         {{"cfg/ludax/binds.cfg", "old b"}, {"resource/background/x.tga", "old x"}, {"a.txt", "old a"},
+          {"cfg/config.cfg", "old c"}},
+         ""},
+        {"no content folder at all", {}, {},
+         "cfg/ludax/binds.cfg resource/background/x.tga a.txt cfg/config.cfg resource/background resource cfg/ludax cfg "
+         "<cstrike>"},
+    };
+    for (const auto& c : cases) {
+        InstallScene scene;
+        const std::string cstrike = scene.accountFolder + "/counter-strike/cstrike";
+        if (c.players.empty())
+            RemovePath(cstrike);
+        for (const PayloadFile& file : c.players)
+            WriteFile(scene.content + file.name, file.data);
+        EXPECT_EQ(scene.Install().result, Result::installed) << c.what;
+        EXPECT_TRUE(scene.PayloadWritten()) << c.what;
+        EXPECT_TRUE(scene.account.hasCs16Backup && !scene.account.hasCssBackup) << c.what;
+        std::string archive = archiveHeader, list;
+        for (const PayloadFile& record : c.kept)
+            archive += Record(record.name, record.data);
+        std::istringstream lines(c.listed);
+        for (std::string line; lines >> line;)
+            list += (line == "<cstrike>" ? cstrike : scene.content + line) + "\r\n";
+        EXPECT_EQ(ReadFile(scene.archivePath), archive) << c.what;
+        EXPECT_EQ(ReadFile(scene.removalListPath), list) << c.what;
     }
-    full.Install();
-    EXPECT_TRUE(full.PayloadWritten());
-    EXPECT_EQ(ReadFile(full.archivePath), expectedArchive);
-    EXPECT_EQ(ReadFile(full.removalListPath), "");
-}
-
-TEST(Install, AMissingContentFolderIsCreatedAndListedLast)
-{
-    InstallScene scene;
-    const std::string cstrike = scene.accountFolder + "/counter-strike/cstrike";
-    RemovePath(cstrike);
-    ASSERT_FALSE(Exists(cstrike));
-    scene.Install();
-    EXPECT_TRUE(scene.PayloadWritten());
-    const std::string list = ReadFile(scene.removalListPath);
-    const std::string tail = "/cstrike/cfg\r\n" + cstrike + "\r\n";
-    ASSERT_GE(list.size(), tail.size());
-    EXPECT_EQ(list.substr(list.size() - tail.size()), tail);
 }
 
 TEST(Install, ReinstallAfterYesRewritesTargetsAndLeavesTheBackupFilesAlone)

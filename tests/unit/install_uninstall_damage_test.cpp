@@ -25,11 +25,16 @@ TEST(UninstallPassesOver, LinesAndRecordsNoInstallCouldHaveWritten)
     WriteFile(c + "cfg/config.cfg", "the player's config");
     Tree expected = Snapshot(steam);
     // Records: a segment longer than a Windows name holds, a name that is not UTF-8 (as written in
-    // a Western code page), one leaving the folder, a record running past the end; one true one.
-    WriteFile(scene.archivePath, archiveHeader + Record("cfg/" + std::string(300, 'n') + ".cfg", "x") +
-                                     Record(Western("cfg/café.cfg"), "x") + Record("../a.cfg", "x") +
-                                     Record("cfg/config.cfg", "the player's config") + Le32(5) + "a.txt" + Le32(1000) +
-                                     "cut short");
+    // a Western code page), names leaving the folder or that Windows reads as something else, a
+    // record running past the end; one true one.
+    std::string archive = archiveHeader;
+    for (const std::string& name :
+         {"cfg/" + std::string(300, 'n') + ".cfg", Western("cfg/café.cfg"), std::string("../a.cfg"), std::string("/abs"),
+          std::string("a\\b"), std::string("c:x"), std::string(), std::string("a\0b.cfg", 7), std::string("COM1"),
+          std::string("cfg/x."), std::string("cfg/a/../../../escape.cfg")})
+        archive += Record(name, "x");
+    WriteFile(scene.archivePath,
+              archive + Record("cfg/config.cfg", "the player's config") + Le32(5) + "a.txt" + Le32(1000) + "cut short");
     WriteFile(c + "cfg/config.cfg", "the tournament's");
     // Lines: the game's and the account's folders, the backup files in any case, devices, a zero
     // byte, an overlong name, other games' and Steam's files, some through ".."; and two of ours.
