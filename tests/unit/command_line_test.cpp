@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
 
 #ifndef _WIN32
 #include <sys/utsname.h>
@@ -202,19 +201,6 @@ TEST(CommandLine, AnInstallThatStopsIs6AndAnUninstallThatKeepsItsBackupsIs7)
     EXPECT_EQ(kept.err, "Counter Strike LUDAX config uninstalled!\nSome files could not be put back or removed, so the "
                         "backup was kept. Close the programs that use the game's files, free some disk space, then "
                         "uninstall again.\n" + place.cs16Content + "config.cfg\n" + folderInTheWay + "\n");
-
-    // The game away: nothing changes, and the same status.
-    RemovePath(place.cs16Content + "config.cfg/in the way");
-    const std::string cstrike = place.cs16Game + "/cstrike";
-    std::filesystem::rename(std::filesystem::u8path(cstrike), std::filesystem::u8path(place.cs16Game + "/parked"));
-    const Tree away = Snapshot(steam.Apps());
-    const CommandResult gone = Ask({"/uninstall", "cs16"});
-    EXPECT_EQ(gone.status, 7);
-    EXPECT_EQ(gone.err, "The game's folder is not there:\n" + cstrike +
-                            "\nNothing was changed and the backup was kept. Put the game back where it was, then "
-                            "uninstall again.\n");
-    EXPECT_EQ(Snapshot(steam.Apps()), away);
-    std::filesystem::rename(std::filesystem::u8path(place.cs16Game + "/parked"), std::filesystem::u8path(cstrike));
 }
 
 TEST(CommandLine, ALogAmongTheGamesFilesOrTheBackupFilesIsRefusedBeforeAnythingIsWritten)

@@ -39,6 +39,12 @@ struct Tally {
     std::uint64_t runs = 0;
     std::uint64_t lostBytes = 0;  // of the player's files: missing, or not as they were
     int leftBehind = 0;           // entries that were not there before
+
+    void Print(const std::string& what) const
+    {
+        std::printf("%s, %llu runs: lost bytes %llu, entries left behind %d\n", what.c_str(),
+                    static_cast<unsigned long long>(runs), static_cast<unsigned long long>(lostBytes), leftBehind);
+    }
 };
 
 void Compare(const Tree& before, const Tree& after, Tally& tally, const std::string& what)
@@ -270,10 +276,8 @@ TEST(FaultInjection, NoFailedCallHalfWriteKillOrPowerCutCostsAPlayersByteOrLeave
                 for (bool installAgain : {true, false})
                     RunOnce(o.what, unchanged, o.setUp, o.operation, {mode, nth}, installAgain, tally);
     }
-    std::printf("fault injection: calls made by a %s; each failed, half-written, ended and cut by a power cut in turn, "
-                "%llu runs: lost bytes %llu, entries left behind %d\n",
-                calls.c_str(), static_cast<unsigned long long>(tally.runs),
-                static_cast<unsigned long long>(tally.lostBytes), tally.leftBehind);
+    tally.Print("fault injection: calls made by a " + calls +
+                "; each failed, half-written, ended and cut by a power cut in turn");
     EXPECT_EQ(tally.lostBytes, 0u);
     EXPECT_EQ(tally.leftBehind, 0);
 }
@@ -291,9 +295,7 @@ TEST(FaultInjection, TwoFailuresInOneUninstallOrFirstInstallCostNothingEither)
             for (std::uint64_t also = nth + 1; also <= count + 2; ++also)
                 RunOnce(what, unchanged, setUp, operation, {Mode::fail, nth, also}, false, tally);
     }
-    std::printf("two failures in one uninstall or first install: %llu runs, lost bytes %llu, entries left behind %d\n",
-                static_cast<unsigned long long>(tally.runs), static_cast<unsigned long long>(tally.lostBytes),
-                tally.leftBehind);
+    tally.Print("two failures in one uninstall or first install");
 }
 
 TEST(FaultInjection, TheWorldChangedBetweenInstallAndUninstallCostsNothing)
@@ -305,10 +307,7 @@ TEST(FaultInjection, TheWorldChangedBetweenInstallAndUninstallCostsNothing)
             for (std::uint64_t nth = 0; nth <= count; ++nth)  // 0: no fault at all
                 RunOnce("uninstall", world, installed, uninstall, {mode, nth}, false, tally);
     }
-    std::printf("the world changed between install and uninstall: %zu changes, %llu runs, lost bytes %llu, entries "
-                "left behind %d\n",
-                worlds.size(), static_cast<unsigned long long>(tally.runs),
-                static_cast<unsigned long long>(tally.lostBytes), tally.leftBehind);
+    tally.Print("the world changed between install and uninstall: " + std::to_string(worlds.size()) + " changes");
 }
 
 }  // namespace
