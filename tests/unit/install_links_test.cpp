@@ -6,13 +6,9 @@
 #include <gtest/gtest.h>
 
 #include "install_scene.h"
-#include "safe_paths.h"
 #include "system.h"
 
 namespace {
-
-// What WayTo found, in a word.
-std::string Way(const sys::Status& way) { return way ? "clear" : IsLink(way) ? "link" : "unknown"; }
 
 // A folder outside the account with a file of someone else's in it.
 struct Elsewhere {
@@ -20,31 +16,6 @@ struct Elsewhere {
     const std::string folder = root.Path() + "/elsewhere";
     Elsewhere() { WriteFile(folder + "/binds.cfg", "not the game's"); }
 };
-
-TEST(Links, OnlyThoseBelowTheContentFolderAreRefused)
-{
-    Elsewhere other;
-    TempFolder root;
-    const std::string content = root.Path() + "/game/cstrike/";
-    MakeFolders(content);
-    ASSERT_TRUE(MakeLink(other.folder, content + "link"));
-    const sys::Entry entry = sys::LookUp(content + "link");
-    EXPECT_EQ(entry.kind, sys::EntryKind::folder);
-    EXPECT_TRUE(entry.link);
-    EXPECT_FALSE(sys::LookUp(other.folder).link);
-
-    KnownFolders known;
-    EXPECT_EQ(Way(WayTo(content, content + "link", &known)), "link");
-    EXPECT_EQ(Way(WayTo(content, content + "link/binds.cfg", &known)), "link");
-    EXPECT_EQ(Way(WayTo(content, content + "link/none/deeper.cfg", &known)), "link");
-    EXPECT_EQ(Way(WayTo(content, content + "plain/binds.cfg", &known)), "clear");  // missing: ends the search
-    // The content folder itself, and what lies above it, may be links: the game moved elsewhere.
-    TempFolder moved;
-    MakeFolders(moved.Path() + "/cstrike/cfg");
-    ASSERT_TRUE(MakeLink(moved.Path(), root.Path() + "/moved"));
-    EXPECT_EQ(Way(WayTo(root.Path() + "/moved/cstrike/", root.Path() + "/moved/cstrike/cfg/a.cfg", &known)), "clear");
-    EXPECT_EQ(Way(WayTo(content, root.Path() + "/moved/cstrike/cfg/a.cfg", &known)), "clear");  // not below
-}
 
 TEST(Links, UninstallNeitherDeletesNorWritesThroughALink)
 {
