@@ -263,7 +263,7 @@ void TakeBackUnreached(const BackupFiles& backup, const std::vector<Step>& steps
     if (!written.listStart)
         return;
     std::set<std::string> begun;  // the files and folders of the steps up to the one it stopped at
-    for (std::size_t i = 0; i <= reached && i < steps.size(); ++i) {
+    for (std::size_t i = 0; i <= reached; ++i) {
         begun.insert(steps[i].target);
         begun.insert(steps[i].folders.begin(), steps[i].folders.end());
     }
@@ -272,20 +272,18 @@ void TakeBackUnreached(const BackupFiles& backup, const std::vector<Step>& steps
                  [&](const std::string& line) { return begun.count(line) > 0; });
     if (kept.size() == lines.size())
         return;
-    // The list as it was before this install, then the lines kept: written whole as a draft,
-    // flushed, and put in the list's place in one step, so that a kill leaves one list or the other.
-    sys::File old = sys::File::OpenForReading(backup.removalList);
-    OutputFile draft = OutputFile::Create(backup.draft);
-    bool copied = old.IsOpen();
-    std::vector<char> slice(64 * 1024);
-    for (std::uint64_t at = 0; copied && at < *written.listStart;) {
-        const std::size_t part = static_cast<std::size_t>(std::min<std::uint64_t>(slice.size(), *written.listStart - at));
-        copied = old.Read(slice.data(), part) && draft.Append(slice.data(), part);
-        at += part;
-    }
-    copied = old.Close() && copied && draft.Append(written.listPrefix + RemovalLines(kept)) && draft.Flush();
-    if (!draft.Close() || !copied || !sys::MoveOver(backup.draft, backup.removalList))
-        static_cast<void>(sys::RemoveFile(backup.draft));
+    // The list as it was before this install, then the lines kept, in the list's place in one
+    // step, so that a kill leaves one list or the other.
+    ReplaceThroughDraft(backup.removalList, backup.draft, [&](OutputFile& draft) {
+        sys::File old = sys::File::OpenForReading(backup.removalList);
+        bool copied = old.IsOpen();
+        std::vector<char> slice(64 * 1024);
+        for (std::uint64_t at = 0; copied && at < *written.listStart; at += slice.size()) {
+            const std::size_t part = static_cast<std::size_t>(std::min<std::uint64_t>(slice.size(), *written.listStart - at));
+            copied = old.Read(slice.data(), part) && draft.Append(slice.data(), part);
+        }
+        return old.Close() && copied && draft.Append(written.listPrefix + RemovalLines(kept));
+    });
 }
 
 InstallOutcome LogStop(const InstallOutcome& outcome, const ActionLog& log)

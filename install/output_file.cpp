@@ -76,3 +76,12 @@ sys::Status OutputFile::Close()
     }
     return state;
 }
+
+void ReplaceThroughDraft(const std::string& path, const std::string& draftPath,
+                         const std::function<bool(OutputFile&)>& write)
+{
+    OutputFile draft = OutputFile::Create(draftPath);
+    const bool written = write(draft) && draft.Flush();
+    if (!draft.Close() || !written || !sys::MoveOver(draftPath, path))
+        static_cast<void>(sys::RemoveFile(draftPath));
+}

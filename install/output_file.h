@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -47,3 +48,10 @@ private:
     sys::Status state;  // the first failure, once there is one
     std::uint64_t end;
 };
+
+// Puts a file that `write` fills in the place of `path` in one step: written as `draftPath`,
+// flushed (a power cut keeps the replacement sooner than the bytes written before it), then
+// moved over `path`. When `write` says it could not, or anything else fails, `path` stays as it
+// was and the draft goes.
+void ReplaceThroughDraft(const std::string& path, const std::string& draftPath,
+                         const std::function<bool(OutputFile&)>& write);

@@ -206,18 +206,6 @@ bool RestoreArchive(const std::string& archivePath, const std::string& contentFo
     return allRestored && !archive.Failed();
 }
 
-// Puts a removal list naming just `lines` in the place of the old one, in one step; the old
-// one stays when that fails.
-void RewriteRemovalList(const std::string& listPath, const std::string& draftPath, const std::vector<std::string>& lines)
-{
-    OutputFile draft = OutputFile::Create(draftPath);
-    draft.Append(RemovalLines(lines));
-    // On the disk before it replaces the list: a power cut keeps the replacement sooner.
-    static_cast<void>(draft.Flush());
-    if (!draft.Close() || !sys::MoveOver(draftPath, listPath))
-        static_cast<void>(sys::RemoveFile(draftPath));
-}
-
 // Deletes one backup file; false, with the reason noted, unless it is known to be gone.
 bool Removed(const std::string& path, sys::Failure& first)
 {
@@ -285,7 +273,9 @@ UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, c
         if (!outcome.backupKept)
             outcome.backupKept = !Removed(archivePath, first);
     } else if (removal.listExists && removal.readWhole) {
-        RewriteRemovalList(listPath, draftPath, removal.remaining);
+        // A list naming just what remains, in the old one's place; the old one stays when that fails.
+        ReplaceThroughDraft(listPath, draftPath,
+                            [&](OutputFile& draft) { return draft.Append(RemovalLines(removal.remaining)); });
     }
     if (outcome.backupKept) {
         KeepUninstallOffered(archivePath, restored);
