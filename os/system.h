@@ -33,17 +33,23 @@ RegistryString ReadRegistryString(RegistryHive hive, const std::string& key, con
 
 struct ListedEntry {
     std::string name;
-    bool folder = false;  // a folder, or a link to one
+    bool folder = false;       // a folder, or a link to one
+    bool link = false;         // a symbolic link, junction or other reparse point itself
+    std::uint64_t size = 0;    // a file's size
 };
 
 struct Listing {
     std::vector<ListedEntry> entries;
-    Status status;  // failed: the folder could not be listed (entries then empty)
+    Status status;  // failed: the folder could not be listed whole (entries then empty)
 };
 
 // Every entry of `folder` (which ends with '/'), files and folders alike, "." and ".."
 // included, in the order the file system returns them.
 Listing ListFolder(const std::string& folder);
+
+// Whether two names in one folder are the same entry's: Windows compares them without regard to
+// letter case (for the plain ASCII names this program writes, exactly so), POSIX byte for byte.
+std::string NameKey(const std::string& name);
 
 // The longest path any call below takes: Windows' longest, in UTF-16 units and in UTF-8 bytes
 // (three a unit at most). Each call treats a longer path, one holding a NUL byte, or one that
@@ -51,6 +57,15 @@ Listing ListFolder(const std::string& folder);
 // all see the same set of paths: a file the test cannot see is never written.
 constexpr std::size_t maxPathUnits = 32767;
 constexpr std::size_t maxPathBytes = 3 * maxPathUnits;
+
+// The POSIX body stands in for Windows in the native tests, whose folders are POSIX paths
+// ("/tmp/..."): what reads a path as absolute takes those there. Windows reads a lone leading
+// separator as the current drive's root, so it takes none.
+#ifdef _WIN32
+constexpr bool posixPathsToo = false;
+#else
+constexpr bool posixPathsToo = true;
+#endif
 
 // `none`: nothing stands there (nor can: the path is too long, or a folder on the way is missing
 // or a file). `unknown`: the system could not tell (access denied, an I/O error): whoever must
@@ -77,6 +92,16 @@ inline bool PathExists(const std::string& path)
 // At most `limit` bytes from the start of the file; failed when it cannot be opened.
 Status ReadFileStart(const std::string& path, std::size_t limit, std::string& bytes);
 
+// What tells one file or folder from every other, whichever path names it (an 8.3 short name, a
+// link or junction, another drive letter for the same disk, the "\\?\" form): its volume and its
+// number there (Win32: GetFileInformationByHandle; POSIX: st_dev and st_ino).
+struct Identity {
+    std::uint64_t volume = 0;
+    std::uint64_t index = 0;
+    bool operator==(const Identity& other) const { return volume == other.volume && index == other.index; }
+    bool operator!=(const Identity& other) const { return !(*this == other); }
+};
+
 // A plain file on a disk, open for reading or for writing, closed when the object goes. Folders,
 // devices and pipes are refused at opening. Once a call has returned true its bytes have
 // reached the system; nothing is buffered here.
@@ -93,10 +118,14 @@ public:
     static File Overwrite(const std::string& path) { return Open(path, Opening::overwrite); }
     // Opens an existing file for writing at its end; Size() gives that end.
     static File OpenForAppending(const std::string& path) { return Open(path, Opening::append); }
+    // Opens a file for reading from its start and for writing, creating it when missing
+    // (Created() tells): a log is looked at before anything is added to it.
+    static File OpenOrCreate(const std::string& path) { return Open(path, Opening::readWrite); }
 
     File() = default;
     File(File&& other) noexcept
-        : handle(other.handle), open(other.open), size(other.size), openFailure(other.openFailure)
+        : handle(other.handle), open(other.open), created(other.created), size(other.size),
+          openFailure(other.openFailure)
     {
         other.open = false;
     }
@@ -106,6 +135,7 @@ public:
             static_cast<void>(Close());
             handle = other.handle;
             open = other.open;
+            created = other.created;
             size = other.size;
             openFailure = other.openFailure;
             other.open = false;
@@ -122,6 +152,8 @@ public:
     const Reason& OpenFailure() const { return openFailure; }
     // The size the file had when it was opened (0 for one it created).
     std::uint64_t Size() const { return size; }
+    // True when the opening made the file.
+    bool Created() const { return created; }
 
     // Done when exactly `count` bytes were read, or written.
     Status Read(char* bytes, std::size_t count);
@@ -137,12 +169,17 @@ public:
     // Done when the file was open and closed without an error (one the system kept from an
     // earlier write included). The file is closed in any case.
     Status Close();
+    // What tells this file from every other (IdentityOf).
+    Status IdentityOf(Identity& identity) const;
 
 private:
-    enum class Opening { read, create, overwrite, append };
+    enum class Opening { read, create, overwrite, append, readWrite };
     // The four ways to open, each body's one way of asking its system.
     static File Open(const std::string& path, Opening how);
-    File(std::intptr_t handle, std::uint64_t size) : handle(handle), open(true), size(size) {}
+    File(std::intptr_t handle, std::uint64_t size, bool created = false)
+        : handle(handle), open(true), created(created), size(size)
+    {
+    }
     static File Failed(Reason why)
     {
         File file;
@@ -152,6 +189,7 @@ private:
 
     std::intptr_t handle = 0;  // meaningless while `open` is false
     bool open = false;
+    bool created = false;
     std::uint64_t size = 0;
     Reason openFailure;
 };
@@ -166,6 +204,15 @@ Status ReachFolder(const std::string& folder);
 
 // `path` as an absolute path, resolved against the current folder when it is relative.
 std::string FullPath(const std::string& path);
+
+// The identity of the file or folder at `path`, every link on the way and at its end followed;
+// failed when nothing is there.
+Status IdentityOf(const std::string& path, Identity& identity);
+
+// The path the system finds the folder or file at `path` under, every link followed and short
+// names long (Win32: GetFinalPathNameByHandleW, "\\?\C:\..."; POSIX: realpath); failed when
+// nothing is there.
+Status FinalPath(const std::string& path, std::string& final);
 
 // Creates one folder; failed when it could not be made (its parent missing, a name taken).
 Status MakeFolder(const std::string& path);

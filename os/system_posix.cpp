@@ -5,6 +5,8 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <execinfo.h>
+#include <cstdio>
 
 #include <algorithm>
 #include <cerrno>
@@ -91,6 +93,7 @@ bool Faulty()
 {
     faults::Plan& plan = faults::ThePlan();
     ++plan.calls;
+    if (std::getenv("TRACE_CALLS")) { void* f[3]; int n = backtrace(f, 3); char** s = backtrace_symbols(f, n); fprintf(stderr, "call %llu: %s\n", (unsigned long long)plan.calls, n > 2 ? s[2] : "?"); free(s); }
     if (plan.calls == plan.alsoNth) {
         errno = EIO;
         return true;
@@ -241,14 +244,35 @@ Listing ListFolder(const std::string& folder)
         listing.status = LastError();
         return listing;
     }
-    while (dirent* entry = readdir(dir)) {
+    for (;;) {
+        errno = 0;
+        const dirent* entry = readdir(dir);
+        if (!entry)
+            break;
+        // As a search reports it: the entry itself (a link is marked), the kind of what it leads to.
+        ListedEntry listed{entry->d_name};
         struct stat info;
-        const bool folderEntry = stat((folder + entry->d_name).c_str(), &info) == 0 && S_ISDIR(info.st_mode);
-        listing.entries.push_back({entry->d_name, folderEntry});
+        const std::string path = folder + entry->d_name;
+        if (lstat(path.c_str(), &info) == 0) {
+            listed.link = S_ISLNK(info.st_mode);
+            struct stat target;
+            if (listed.link && stat(path.c_str(), &target) == 0)
+                info = target;
+            listed.folder = S_ISDIR(info.st_mode);
+            listed.size = listed.folder ? 0 : static_cast<std::uint64_t>(info.st_size);
+        }
+        listing.entries.push_back(listed);
+    }
+    // Only the end of the listing ends it.
+    if (errno != 0) {
+        listing.status = LastError();
+        listing.entries.clear();
     }
     closedir(dir);
     return listing;
 }
+
+std::string NameKey(const std::string& name) { return name; }
 
 Entry LookUp(const std::string& path)
 {
@@ -298,16 +322,22 @@ Status ReadFileStart(const std::string& path, std::size_t limit, std::string& by
 
 File File::Open(const std::string& path, Opening how)
 {
-    const int flags[] = {O_RDONLY, O_WRONLY | O_CREAT | O_TRUNC, O_WRONLY | O_CREAT, O_WRONLY};
+    const int flags[] = {O_RDONLY, O_WRONLY | O_CREAT | O_TRUNC, O_WRONLY | O_CREAT, O_WRONLY, O_RDWR};
     struct stat info;
     int descriptor = -1;
     Status opened = OpenPlainFile(path, flags[static_cast<int>(how)], info, descriptor);
+    // Made when missing, as OPEN_ALWAYS does, knowing that it made it.
+    bool made = false;
+    if (how == Opening::readWrite && !opened && opened.Why() == Reason::System(ENOENT)) {
+        opened = OpenPlainFile(path, O_RDWR | O_CREAT | O_EXCL, info, descriptor);
+        made = static_cast<bool>(opened);
+    }
     if (opened && how == Opening::append && lseek(descriptor, 0, SEEK_END) < 0) {
         opened = LastError();
         close(descriptor);
     }
     // A truncated file's stat says 0.
-    return opened ? File(descriptor, static_cast<std::uint64_t>(info.st_size)) : Failed(opened.Why());
+    return opened ? File(descriptor, static_cast<std::uint64_t>(info.st_size), made) : Failed(opened.Why());
 }
 
 Status File::Read(char* bytes, std::size_t count)
@@ -378,6 +408,38 @@ Status File::Close()
     if (close(static_cast<int>(handle)) != 0)
         return LastError();
     return failed ? Status::Failed(Reason::System(EIO)) : Status();
+}
+
+Status File::IdentityOf(Identity& identity) const
+{
+    if (Faulty())
+        return LastError();
+    struct stat info;
+    if (!open || fstat(static_cast<int>(handle), &info) != 0)
+        return open ? LastError() : Status::Failed(Reason::System(EBADF));
+    identity = {static_cast<std::uint64_t>(info.st_dev), static_cast<std::uint64_t>(info.st_ino)};
+    return Status();
+}
+
+Status IdentityOf(const std::string& path, Identity& identity)
+{
+    struct stat info;
+    if (Faulty() || Unusable(path) || stat(path.c_str(), &info) != 0)
+        return LastError();
+    identity = {static_cast<std::uint64_t>(info.st_dev), static_cast<std::uint64_t>(info.st_ino)};
+    return Status();
+}
+
+Status FinalPath(const std::string& path, std::string& final)
+{
+    if (Faulty() || Unusable(path))
+        return LastError();
+    char* resolved = realpath(path.c_str(), nullptr);
+    if (!resolved)
+        return LastError();
+    final = resolved;
+    std::free(resolved);
+    return Status();
 }
 
 Status MakeFolder(const std::string& path)

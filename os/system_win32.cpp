@@ -78,8 +78,10 @@ bool Missing(DWORD error)
 }
 
 // Opens `path` and keeps it only when it is a file on a disk: a device name (COM1, NUL) opens a
-// device, which must never be read or written as if it were a player's file.
-Status OpenDiskFile(const std::string& path, DWORD access, DWORD sharing, DWORD disposition, ScopedFileHandle& file)
+// device, which must never be read or written as if it were a player's file. `made`, when given,
+// tells whether an OPEN_ALWAYS opening made the file.
+Status OpenDiskFile(const std::string& path, DWORD access, DWORD sharing, DWORD disposition, ScopedFileHandle& file,
+                    bool* made = nullptr)
 {
     std::wstring wide;
     Status usable = SystemPath(path, wide);
@@ -89,6 +91,10 @@ Status OpenDiskFile(const std::string& path, DWORD access, DWORD sharing, DWORD 
         CreateFileW(wide.c_str(), access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file.IsValid())
         return LastError();
+    // OPEN_ALWAYS says ERROR_ALREADY_EXISTS when the file was there; read at once, before
+    // another call sets the last error anew.
+    if (made)
+        *made = GetLastError() != ERROR_ALREADY_EXISTS;
     if (GetFileType(file.Get()) != FILE_TYPE_DISK) {
         file.Close();
         return Status::Failed(Reason::Refused(Reason::Own::notADiskFile));
@@ -176,10 +182,20 @@ Listing ListFolder(const std::string& folder)
         return listing;
     }
     do
-        listing.entries.push_back({Utf8(entry.cFileName), (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0});
+        listing.entries.push_back({Utf8(entry.cFileName), (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0,
+                                   (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0,
+                                   std::uint64_t{entry.nFileSizeHigh} << 32 | entry.nFileSizeLow});
     while (FindNextFileW(search.Get(), &entry));
+    // Only the end of the listing ends it: a listing cut short by an error is no listing, since
+    // whoever reads one takes a name it lacks for gone.
+    if (GetLastError() != ERROR_NO_MORE_FILES) {
+        listing.status = LastError();
+        listing.entries.clear();
+    }
     return listing;
 }
+
+std::string NameKey(const std::string& name) { return AsciiLower(name); }
 
 // The attributes alone answer most look-ups, and cost a fraction of a search. A file another
 // program holds open with no sharing (pagefile.sys, say) refuses them; its folder's listing still
@@ -231,12 +247,13 @@ File File::Open(const std::string& path, Opening how)
 {
     // Readers let others read and write meanwhile; writers let others read only.
     const bool reading = how == Opening::read;
-    const DWORD disposition[] = {OPEN_EXISTING, CREATE_ALWAYS, OPEN_ALWAYS, OPEN_EXISTING};
+    const DWORD access = reading ? GENERIC_READ : how == Opening::readWrite ? GENERIC_READ | GENERIC_WRITE : GENERIC_WRITE;
+    const DWORD disposition[] = {OPEN_EXISTING, CREATE_ALWAYS, OPEN_ALWAYS, OPEN_EXISTING, OPEN_ALWAYS};
     ScopedFileHandle file;
     std::uint64_t size = 0;
-    Status opened = OpenDiskFile(path, reading ? GENERIC_READ : GENERIC_WRITE,
-                                 reading ? FILE_SHARE_READ | FILE_SHARE_WRITE : FILE_SHARE_READ,
-                                 disposition[static_cast<int>(how)], file);
+    bool made = false;
+    Status opened = OpenDiskFile(path, access, reading ? FILE_SHARE_READ | FILE_SHARE_WRITE : FILE_SHARE_READ,
+                                 disposition[static_cast<int>(how)], file, &made);
     if (opened && how != Opening::create)
         opened = SizeOf(file.Get(), size);
     LARGE_INTEGER zero{};
@@ -244,7 +261,7 @@ File File::Open(const std::string& path, Opening how)
         opened = Done(SetFilePointerEx(file.Get(), zero, nullptr, FILE_END));
     if (!opened)
         return Failed(opened.Why());
-    return File(reinterpret_cast<std::intptr_t>(file.Release()), size);
+    return File(reinterpret_cast<std::intptr_t>(file.Release()), size, how == Opening::readWrite && made);
 }
 
 Status File::Read(char* bytes, std::size_t count)
@@ -296,6 +313,68 @@ Status File::Close()
         return Status::Failed(Reason::System(ERROR_INVALID_HANDLE));
     open = false;
     return Done(ScopedFileHandle(Native(handle)).Close());
+}
+
+namespace {
+
+Status IdentityOfHandle(HANDLE handle, Identity& identity)
+{
+    BY_HANDLE_FILE_INFORMATION information;
+    if (!GetFileInformationByHandle(handle, &information))
+        return LastError();
+    identity = {information.dwVolumeSerialNumber,
+                std::uint64_t{information.nFileIndexHigh} << 32 | information.nFileIndexLow};
+    return Status();
+}
+
+// A handle that only asks about what stands at `path`, a folder too (backup semantics), every
+// link followed; it lets every other program read, write and delete meanwhile.
+Status OpenToAsk(const std::string& path, ScopedFileHandle& handle)
+{
+    std::wstring wide;
+    Status usable = SystemPath(path, wide);
+    if (!usable)
+        return usable;
+    handle = ScopedFileHandle(CreateFileW(wide.c_str(), FILE_READ_ATTRIBUTES,
+                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                          OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    return handle.IsValid() ? Status() : LastError();
+}
+
+}  // namespace
+
+Status File::IdentityOf(Identity& identity) const
+{
+    if (!open)
+        return Status::Failed(Reason::System(ERROR_INVALID_HANDLE));
+    return IdentityOfHandle(Native(handle), identity);
+}
+
+Status IdentityOf(const std::string& path, Identity& identity)
+{
+    ScopedFileHandle handle;
+    Status opened = OpenToAsk(path, handle);
+    return opened ? IdentityOfHandle(handle.Get(), identity) : opened;
+}
+
+Status FinalPath(const std::string& path, std::string& final)
+{
+    ScopedFileHandle handle;
+    Status opened = OpenToAsk(path, handle);
+    if (!opened)
+        return opened;
+    std::wstring name(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length = GetFinalPathNameByHandleW(handle.Get(), name.data(), static_cast<DWORD>(name.size()),
+                                                       FILE_NAME_NORMALIZED | VOLUME_NAME_DOS);
+        if (length == 0)
+            return LastError();
+        if (length < name.size()) {
+            final = Utf8(name.data(), length);
+            return Status();
+        }
+        name.assign(length, L'\0');  // the size it needs, its NUL included
+    }
 }
 
 Status ReachFolder(const std::string& folder)
