@@ -68,7 +68,11 @@ void Ludax::Install(const GameActions& game)
         ShowInstalled(game, *place);
         return;
     }
-    const InstallOutcome outcome = InstallConfig(game.profile, *place, actions);
+    const InstallOutcome outcome = InstallConfig(game.profile, *place, actions, accounts);
+    if (outcome.result == InstallOutcome::Result::elsewhere) {
+        ShowMessage(texts::InstallStopped(outcome), texts::hibaColonCaption, MB_OK | MB_ICONWARNING);
+        return;
+    }
     if (outcome.result != InstallOutcome::Result::installed)
         EndWithMessage(texts::InstallStopped(outcome), texts::hibaColonCaption, MB_OK);
     ShowInstalled(game, *place);
@@ -80,10 +84,12 @@ void Ludax::Uninstall(const GameActions& game)
     SteamAccount* place = SelectedAccount();
     if (place == nullptr || !GameClosed(game))
         return;
-    const UninstallOutcome outcome = UninstallConfig(game.profile, *place, actions);
+    const UninstallOutcome outcome = UninstallConfig(game.profile, *place, actions, accounts);
     ShowInstalled(game, *place);
     if (outcome.gameAway)
         ShowMessage(texts::GameAway(outcome.firstFailure.path), texts::hibaColonCaption, MB_OK | MB_ICONWARNING);
+    else if (outcome.elsewhere)
+        ShowMessage(texts::BelongsElsewhere(outcome.firstFailure.path), texts::hibaColonCaption, MB_OK | MB_ICONWARNING);
     else
         ShowMessage(texts::Uninstalled(game.texts, outcome), texts::messageCaption, MB_ICONINFORMATION);
 }

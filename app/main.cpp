@@ -108,19 +108,19 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
         }
         return 0;
     }
-    // The window's log records its run as a command's does, and is never a player's file nor one
-    // of ours either; one that cannot be written is done without, as before. The places found
+    // The window's log records its run as a command's does, by the same rules. The places found
     // for that check are the window's.
     const SteamPath steam = SteamForTheWindow(command.steamFolder);
     std::optional<std::vector<SteamAccount>> places;
     std::optional<RunLog> log;
     if (!command.logPath.empty()) {
         places = PlacesAt(steam);
-        if (AmongGameFiles(command.logPath, *places))
-            return Finish(ErrorResult(exitStatus::badCommandLine, texts::command::LogRefused(command.logPath)));
-        log.emplace(command.logPath, commandLine);
+        LogRefusal refusal = LogRefusal::none;
+        log = RunLog::Open(command.logPath, *places, commandLine, refusal);
+        if (!log)
+            return Finish(ErrorResult(exitStatus::badCommandLine, LogRefused(refusal, command.logPath)));
     }
-    RunLog* const openLog = log && log->IsOpen() ? &*log : nullptr;
+    RunLog* const openLog = log ? &*log : nullptr;
     {
         Ludax ludax(steam, std::move(places), openLog);
         ludax.Run();

@@ -78,7 +78,7 @@ std::string Differences(const std::vector<NotAsShipped>& differing)
 {
     std::string lines;
     for (const NotAsShipped& file : differing)
-        lines += texts::command::FileNotAsShipped(file.missing, file.path);
+        lines += texts::command::FileNotAsShipped(file);
     return lines;
 }
 
@@ -93,8 +93,8 @@ std::string AtWhy(const sys::Failure& failure)
     return WindowsPath(failure.path) + ": " + texts::Why(failure.reason);
 }
 
-CommandResult Install(const GameProfile& game, SteamAccount& place, const std::string& where, bool yes,
-                      const ActionLog& log)
+CommandResult Install(const GameProfile& game, SteamAccount& place, const std::vector<SteamAccount>& places,
+                      const std::string& where, bool yes, const ActionLog& log)
 {
     if (place.*game.installedFlag) {
         // Installed already: as shipped, nothing is written (a logon script's every run); else
@@ -110,19 +110,24 @@ CommandResult Install(const GameProfile& game, SteamAccount& place, const std::s
     // Only what changes files waits for the game to close.
     if (GameIsRunning(game))
         return ErrorResult(exitStatus::gameRunning, texts::command::Running(texts::Of(game)));
-    const InstallOutcome outcome = InstallConfig(game, place, log);
+    const InstallOutcome outcome = InstallConfig(game, place, log, places);
     if (outcome.result != InstallOutcome::Result::installed)
         return ErrorResult(exitStatus::installStopped, texts::InstallStopped(outcome) + "\n",
                            "the install stopped at " + AtWhy({outcome.path, outcome.reason}));
     return Done(std::string(texts::Of(game).installed) + "\n", "installed");
 }
 
-CommandResult Uninstall(const GameProfile& game, SteamAccount& place, const ActionLog& log)
+CommandResult Uninstall(const GameProfile& game, SteamAccount& place, const std::vector<SteamAccount>& places,
+                        const ActionLog& log)
 {
-    const UninstallOutcome outcome = UninstallConfig(game, place, log);
+    const UninstallOutcome outcome = UninstallConfig(game, place, log, places);
     if (outcome.gameAway)
         return ErrorResult(exitStatus::backupKept, texts::GameAway(outcome.firstFailure.path) + "\n",
                            "nothing changed, the game's folder is not there: " + WindowsPath(outcome.firstFailure.path));
+    if (outcome.elsewhere)
+        return ErrorResult(exitStatus::backupKept, texts::BelongsElsewhere(outcome.firstFailure.path) + "\n",
+                           "nothing changed, the backup files belong to the game at " +
+                               WindowsPath(outcome.firstFailure.path));
     const std::string said = texts::Uninstalled(texts::Of(game), outcome) + "\n";
     if (!outcome.backupKept)
         return Done(said, "uninstalled");
@@ -153,27 +158,11 @@ CommandResult Run(const Command& command, std::vector<SteamAccount>& places, con
     if (command.kind == Command::Kind::uninstall && GameIsRunning(game))
         return ErrorResult(exitStatus::gameRunning, texts::command::Running(texts::Of(game)));
     if (command.kind == Command::Kind::install)
-        return Install(game, *place, texts::command::Place(number, *place), command.yes, log);
-    return Uninstall(game, *place, log);
+        return Install(game, *place, places, texts::command::Place(number, *place), command.yes, log);
+    return Uninstall(game, *place, places, log);
 }
 
 }  // namespace
-
-bool AmongGameFiles(const std::string& path, const std::vector<SteamAccount>& places)
-{
-    const std::string key = PlaceKey(sys::FullPath(path));
-    for (const SteamAccount& place : places)
-        for (const PlaceGame* game : {&cs16AtPlace, &cssAtPlace}) {
-            const BackupFiles backup = BackupFilesOf(*game, place);
-            const std::string folder = PlaceKey(place.*game->gameFolder) + "/";
-            for (const std::string& ours : {backup.archive, backup.removalList, backup.draft})
-                if (key == PlaceKey(ours))
-                    return true;
-            if (key.compare(0, folder.size(), folder) == 0)
-                return true;
-        }
-    return false;
-}
 
 std::vector<SteamAccount> PlacesAt(const SteamPath& steam)
 {
@@ -185,15 +174,22 @@ CommandResult Logged(const std::string& logPath, const std::vector<SteamAccount>
 {
     if (logPath.empty())
         return run(ActionLog());
-    // The log is never a player's file nor one of ours: refused before anything is written.
-    if (AmongGameFiles(logPath, places))
-        return ErrorResult(exitStatus::badCommandLine, texts::command::LogRefused(logPath));
-    RunLog log(logPath, commandLine);
-    if (!log.IsOpen())
-        return ErrorResult(exitStatus::badCommandLine, texts::command::LogNotWritable(logPath));
-    const CommandResult result = run(log.Actions());
-    log.End(result.status, result.summary.empty() ? result.err + result.out : result.summary);
+    // The log is never a player's file, one of ours nor anyone else's: refused before anything
+    // is done.
+    LogRefusal refusal = LogRefusal::none;
+    std::optional<RunLog> log = RunLog::Open(logPath, places, commandLine, refusal);
+    if (!log)
+        return ErrorResult(exitStatus::badCommandLine, LogRefused(refusal, logPath));
+    const CommandResult result = run(log->Actions());
+    log->End(result.status, result.summary.empty() ? result.err + result.out : result.summary);
     return result;
+}
+
+std::string LogRefused(LogRefusal refusal, const std::string& path)
+{
+    return refusal == LogRefusal::amongGameFiles ? texts::command::LogAmongGameFiles(path)
+           : refusal == LogRefusal::notALog      ? texts::command::NotALog(path)
+                                                 : texts::command::LogNotWritable(path);
 }
 
 CommandResult RunCommand(const Command& command, const std::string& commandLine)

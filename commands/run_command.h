@@ -9,6 +9,7 @@
 
 #include "action_log.h"
 #include "command_line.h"
+#include "run_log.h"
 #include "steam_account.h"
 #include "steam_path.h"
 
@@ -48,12 +49,10 @@ CommandResult RunCommand(const Command& command, const std::string& commandLine 
 std::vector<SteamAccount> PlacesAt(const SteamPath& steam);
 
 // Runs `run` with the log at `logPath` (none when empty), which records the run from its start
-// (`commandLine`) to its end; refused (status 1, before anything is written) when the log would
-// lie among the games' files at `places` or cannot be written.
+// (`commandLine`) to its end; refused (status 1, before anything is done) when the log is not one
+// this run may write (RunLog::Open).
 CommandResult Logged(const std::string& logPath, const std::vector<SteamAccount>& places,
                      const std::string& commandLine, const std::function<CommandResult(const ActionLog& log)>& run);
 
-// True when `path` (relative to the current folder, or absolute) names something inside a game's
-// folder at one of `places`, or one of their backup files, in whatever spelling Windows reads as
-// the same: a log there would change a player's file or one of ours.
-bool AmongGameFiles(const std::string& path, const std::vector<SteamAccount>& places);
+// What a refused log says, with the path as given.
+std::string LogRefused(LogRefusal refusal, const std::string& path);

@@ -3,13 +3,7 @@
 #include <chrono>
 #include <ctime>
 
-ActionLogFile::ActionLogFile(const std::string& path) : file(sys::File::OpenForAppending(path))
-{
-    if (!file.IsOpen() && sys::LookUp(path).kind == sys::EntryKind::none)
-        file = sys::File::Create(path);
-}
-
-void ActionLogFile::Line(const std::vector<std::string>& fields)
+bool ActionLogFile::Line(const std::vector<std::string>& fields)
 {
     const auto now = std::chrono::system_clock::now().time_since_epoch();
     std::string line = IsoTime(std::chrono::duration_cast<std::chrono::seconds>(now).count());
@@ -18,8 +12,7 @@ void ActionLogFile::Line(const std::vector<std::string>& fields)
         for (char c : field)
             line += c == '\r' ? ' ' : c == '\n' ? ' ' : c == '\t' ? ' ' : c;
     }
-    // A line that cannot be written is lost to the log only: the work it tells of goes on.
-    static_cast<void>(file.Write(line + "\r\n"));
+    return static_cast<bool>(file.Write(line + "\r\n"));
 }
 
 std::string IsoTime(long long secondsSince1970)

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "system.h"
@@ -18,15 +19,17 @@ std::string WindowsPath(std::string path);
 // run that was cut short still says how far it went. Paths are written in Windows form, with '\'.
 class ActionLogFile {
 public:
-    // Opens `path` to add to it, making it when it is not there.
-    explicit ActionLogFile(const std::string& path);
+    // Adds to `file`, which is open for writing at its end.
+    explicit ActionLogFile(sys::File file) : file(std::move(file)) {}
     bool IsOpen() const { return file.IsOpen(); }
-    // One line: the time, then `fields`, each kept on the line (a line end within one becomes a
-    // space).
-    void Line(const std::vector<std::string>& fields);
+    // One line: the time, then `fields`, each kept on the line (a line end or tab within one
+    // becomes a space); false when it could not be written whole.
+    bool Line(const std::vector<std::string>& fields);
     // An action's line: the time, the action, the path.
     void Record(const char* action, const std::string& path) { Line({action, WindowsPath(path)}); }
     ActionLog AsLog() { return [this](const char* action, const std::string& path) { Record(action, path); }; }
+    // The file itself, to close or cut back.
+    sys::File Release() && { return std::move(file); }
 
 private:
     sys::File file;

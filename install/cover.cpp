@@ -12,9 +12,9 @@ bool There(const std::string& path, Cover& cover)
 {
     const sys::Entry entry = sys::LookUp(path);
     if (entry.kind == sys::EntryKind::unknown)
-        cover.unreadable = {path, entry.reason};
-    else if (entry.link && !cover.unreadable.Failed())
-        cover.unreadable = {path, sys::Reason::Refused(sys::Reason::Own::link)};
+        cover.unreadable.NoteFirst(path, entry.reason);
+    else if (entry.link)
+        cover.unreadable.NoteFirst(path, sys::Reason::Refused(sys::Reason::Own::link));
     return entry.kind != sys::EntryKind::none;
 }
 
@@ -24,31 +24,46 @@ Cover ReadCover(const GameProfile& game, const SteamAccount& place, const std::s
                 const std::set<std::string>& paths)
 {
     const BackupFiles backup = BackupFilesOf(game, place);
-    const std::string& archivePath = backup.archive;
-    const std::string& listPath = backup.removalList;
     Cover cover;
-    cover.archiveExists = There(archivePath, cover);
+    cover.archiveExists = There(backup.archive, cover);
     if (cover.archiveExists && !cover.unreadable.Failed()) {
-        ArchiveReader archive(archivePath);
+        ArchiveReader archive(backup.archive);
         std::string name;
         bool nameTooLong = false;
         std::uint32_t size = 0;
-        while (archive.Next(name, nameTooLong, size))
-            if (!nameTooLong && names.count(name))
-                cover.backedUp.insert(name);
+        while (archive.Next(name, nameTooLong, size)) {
+            if (nameTooLong || !names.count(name))
+                continue;
+            Sha256 sha;
+            const sys::Status read = archive.CopyData([&](const char* bytes, std::size_t part) {
+                sha.Add(bytes, part);
+                return sys::Status();
+            });
+            if (read)
+                cover.backedUp[name] = {size, sha.Finish()};
+        }
         if (!archive.Opened() || archive.Failed())
-            cover.unreadable = {archivePath, archive.Why()};
+            cover.unreadable.NoteFirst(backup.archive, archive.Why());
         cover.archiveEnd = archive.WholeEnd();
     }
-    cover.listExists = There(listPath, cover);
+    cover.listExists = There(backup.removalList, cover);
     if (cover.listExists && !cover.unreadable.Failed()) {
-        const sys::Status read = ReadRemovalListFile(listPath, [&](const std::string& line) {
-            const std::string path = LineAtPlace(line, game, place);
-            if (paths.count(path))
-                cover.listed.insert(path);
+        const sys::Status read = ReadLines(backup.removalList, [&](const std::string& line) {
+            const PlacedLine placed = PlaceLine(line, game, place);
+            if (paths.count(placed.path))
+                cover.listed.insert(placed.path);
+            NoteNamedGame(placed.gameFolder, cover.namedGames);
         }, &cover.listExtent);
         if (!read)
-            cover.unreadable = {listPath, read.Why()};
+            cover.unreadable.NoteFirst(backup.removalList, read.Why());
+    }
+    cover.recordExists = There(backup.record, cover);
+    if (cover.recordExists && !cover.unreadable.Failed()) {
+        const sys::Status read = ReadWrittenRecord(backup.record, cover.record);
+        if (!read)
+            cover.unreadable.NoteFirst(backup.record, read.Why());
+        for (const std::string& folder : cover.record.games)
+            NoteNamedGame(folder, cover.namedGames);
     }
     return cover;
 }

@@ -13,6 +13,8 @@
 #include "output_file.h"
 #include "removal_list.h"
 #include "safe_paths.h"
+#include "sha256.h"
+#include "written_record.h"
 #include "system.h"
 
 namespace {
@@ -25,12 +27,20 @@ struct Step {
     std::string name;
     const char* data = nullptr;
     std::size_t size = 0;
+    WrittenBytes bytes;                // what the record says it wrote
     std::string target;
     std::vector<std::string> folders;  // to be made on the way to the target, outermost first
     bool backUp = false;               // a player's file that no backup file covers yet
     bool fileInTheWay = false;         // a file stands where a folder on the way belongs
+    std::string recordLines;           // what the record gains for this step
     InstallOutcome stop;               // where the install stops instead, if it does
 };
+
+// `path` relative to the game's folder, as the record names it.
+std::string Relative(const std::string& path, const std::string& gameFolder)
+{
+    return path.substr(gameFolder.size() + 1);
+}
 
 // Decides each step from what stands on disk now and what the backup files already cover.
 class Planner {
@@ -74,6 +84,8 @@ private:
             planned.insert(folder);
             if (!cover.listed.count(folder))
                 newFolders.push_back(folder);
+            if (!cover.record.HasFolder(Relative(folder, gameFolder)))
+                step.recordLines += FolderLine(Relative(folder, gameFolder)) + "\r\n";
             return;
         case sys::EntryKind::file:
         case sys::EntryKind::folder:
@@ -100,6 +112,8 @@ private:
 
     void PlanTarget(Step& step, bool missing)
     {
+        if (!cover.record.HasFile(Relative(step.target, gameFolder), step.bytes))
+            step.recordLines += FileLine(Relative(step.target, gameFolder), step.bytes) + "\r\n";
         const sys::Entry entry = missing ? sys::Entry{} : sys::LookUp(step.target);
         if (entry.kind == sys::EntryKind::unknown) {
             step.stop = {Result::backupFailed, step.target, entry.reason};
@@ -137,6 +151,7 @@ std::vector<Step> Steps(const GameProfile& game, const SteamAccount& place)
         step.name = record.name;
         step.data = record.data;
         step.size = record.size;
+        step.bytes = {record.size, Sha256Of(record.data, record.size)};
         step.target = place.*game.contentFolder + record.name;
         steps.push_back(std::move(step));
         return true;
@@ -162,24 +177,41 @@ sys::Status Finish(Appending& appending)
     return flushed ? closed : flushed;
 }
 
-// Where this install's pieces of the backup files lie: the archive's end after each step's
-// record, and the removal list's end before this install's lines (what goes before them).
+// Adds `block` to a file of lines (the removal list, the record) after its last whole line, or
+// makes the file; a block that does not go in whole goes again, so that no half line stays.
+void AppendLines(Appending& appending, const std::string& path, bool exists, const ListExtent& extent,
+                 const std::string& block)
+{
+    appending.file.emplace(exists ? OutputFile::Continue(path, extent.linesEnd) : OutputFile::Create(path));
+    appending.start = appending.file->End();
+    if (!appending.file->Append(block))
+        static_cast<void>(appending.file->CutBack(appending.start));
+}
+
+// What goes before lines added to a file whose last line has no line end yet.
+std::string LineEndBefore(bool exists, const ListExtent& extent) { return exists && extent.lastLineOpen ? "\r\n" : ""; }
+
+// Where this install's pieces of the backup files lie: the archive's and the record's ends after
+// each step's piece, and the removal list's end before this install's lines (what goes before
+// them).
 struct WrittenAhead {
     std::vector<std::uint64_t> archiveEndAfter;  // one per step; empty when the archive was not opened
+    std::vector<std::uint64_t> recordEndAfter;   // one per step; empty when the record was not opened
     std::optional<std::uint64_t> listStart;
     std::string listPrefix;
 };
 
 // The backup files before anything else changes: the archive (whose presence offers the
 // uninstall) with its header and a record of each player's file about to change, then the
-// removal list with every line this install adds; then each is flushed once, so that what
-// undoes the install is on the disk before a player's file changes. If that fails, the records
-// this install added go again: they would stand for files the install did not change, which the
-// player may still change before an uninstall puts the recorded bytes back.
-InstallOutcome WriteAhead(const BackupFiles& backup, const Cover& cover, const std::vector<Step>& steps,
-                          const std::vector<std::string>& lines, WrittenAhead& written)
+// removal list with every line this install adds, and the record with what it is about to make
+// and write; then each is flushed once, so that what undoes the install is on the disk before a
+// player's file changes. If that fails, what this install added to them goes again: an archive
+// record would stand for a file the install did not change, which the player may still change
+// before an uninstall puts the recorded bytes back.
+InstallOutcome WriteAhead(const BackupFiles& backup, const Cover& cover, const std::string& gameFolder,
+                          const std::vector<Step>& steps, const std::vector<std::string>& lines, WrittenAhead& written)
 {
-    Appending archive, list;
+    Appending archive, list, record;
     InstallOutcome stop;  // a player's file that could not be backed up
     const bool header = !cover.archiveExists || cover.archiveEnd == 0;
     if (header || std::any_of(steps.begin(), steps.end(), [](const Step& step) { return step.backUp; })) {
@@ -201,25 +233,38 @@ InstallOutcome WriteAhead(const BackupFiles& backup, const Cover& cover, const s
             stop = {Result::writeFailed, backup.archive, archive.file->State().Why()};
     }
     if (stop.result == Result::installed && (!cover.listExists || !lines.empty())) {
-        list.file.emplace(cover.listExists ? OutputFile::Continue(backup.removalList, cover.listExtent.linesEnd)
-                                           : OutputFile::Create(backup.removalList));
-        list.start = list.file->End();
+        written.listPrefix = LineEndBefore(cover.listExists, cover.listExtent);
+        AppendLines(list, backup.removalList, cover.listExists, cover.listExtent, written.listPrefix + RemovalLines(lines));
         written.listStart = list.start;
-        written.listPrefix = cover.listExists && cover.listExtent.lastLineOpen ? "\r\n" : "";
-        const std::string block = written.listPrefix + RemovalLines(lines);
-        if (!list.file->Append(block))
-            static_cast<void>(list.file->CutBack(list.start));  // no half line may stay for the uninstall to read
     }
+    const bool newGame = std::find(cover.record.games.begin(), cover.record.games.end(), gameFolder) == cover.record.games.end();
+    if (stop.result == Result::installed &&
+        (!cover.recordExists || newGame || std::any_of(steps.begin(), steps.end(), [](const Step& step) {
+             return !step.recordLines.empty();
+         }))) {
+        std::string block = LineEndBefore(cover.recordExists, cover.record.extent) +
+                            (newGame ? GameLine(gameFolder) + "\r\n" : std::string());
+        const std::uint64_t start = cover.recordExists ? cover.record.extent.linesEnd : 0;
+        for (const Step& step : steps) {
+            block += step.recordLines;
+            written.recordEndAfter.push_back(start + block.size());
+        }
+        AppendLines(record, backup.record, cover.recordExists, cover.record.extent, block);
+    }
+    const sys::Status recordFlushed = Finish(record);
     const sys::Status listed = Finish(list);
-    if ((!listed || stop.result != Result::installed) && archive.file)
+    // Without the lines and the record, the archive's new records stand for nothing done.
+    if ((!listed || !recordFlushed || stop.result != Result::installed) && archive.file)
         static_cast<void>(archive.file->CutBack(archive.start));
-    const sys::Status recorded = Finish(archive);
+    const sys::Status backedUp = Finish(archive);
     if (stop.result != Result::installed)
         return stop;
-    if (!recorded)
-        return {Result::writeFailed, backup.archive, recorded.Why()};
+    if (!backedUp)
+        return {Result::writeFailed, backup.archive, backedUp.Why()};
     if (!listed)
         return {Result::writeFailed, backup.removalList, listed.Why()};
+    if (!recordFlushed)
+        return {Result::writeFailed, backup.record, recordFlushed.Why()};
     return {};
 }
 
@@ -254,12 +299,15 @@ InstallOutcome Carry(const Step& step, const ActionLog& log)
 void TakeBackUnreached(const BackupFiles& backup, const std::vector<Step>& steps, std::size_t reached,
                        const std::vector<std::string>& lines, const WrittenAhead& written)
 {
-    const auto& ends = written.archiveEndAfter;
-    if (reached + 1 < ends.size() && ends[reached] < ends.back()) {
-        OutputFile archive = OutputFile::Continue(backup.archive, ends[reached]);
-        static_cast<void>(archive.Flush());
-        static_cast<void>(archive.Close());
-    }
+    // The archive and the record hold each step's piece in the steps' order: cut back after the
+    // step it stopped at.
+    for (const auto& [path, ends] : {std::pair{&backup.archive, &written.archiveEndAfter},
+                                     std::pair{&backup.record, &written.recordEndAfter}})
+        if (reached + 1 < ends->size() && (*ends)[reached] < ends->back()) {
+            OutputFile file = OutputFile::Continue(*path, (*ends)[reached]);
+            static_cast<void>(file.Flush());
+            static_cast<void>(file.Close());
+        }
     if (!written.listStart)
         return;
     std::set<std::string> begun;  // the files and folders of the steps up to the one it stopped at
@@ -294,7 +342,8 @@ InstallOutcome LogStop(const InstallOutcome& outcome, const ActionLog& log)
 
 }  // namespace
 
-InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const ActionLog& givenLog)
+InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const ActionLog& givenLog,
+                             const std::vector<SteamAccount>& places)
 {
     const ActionLog log = givenLog ? givenLog : [](const char*, const std::string&) {};
     const BackupFiles backup = BackupFilesOf(game, place);
@@ -312,6 +361,10 @@ InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const
     const Cover cover = ReadCover(game, place, names, paths);
     if (cover.unreadable.Failed())
         return LogStop({Result::writeFailed, cover.unreadable.path, cover.unreadable.reason}, log);
+    // Backup files copied here from another place would take this place's files for that one's.
+    const std::string elsewhere = GameTheyBelongTo(cover.namedGames, game, place, places);
+    if (!elsewhere.empty())
+        return LogStop({Result::elsewhere, elsewhere, {}}, log);
 
     // Planned up to the step the install stops at, if it does.
     Planner planner(game, place, cover);
@@ -328,7 +381,7 @@ InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const
     std::vector<std::string> lines = planner.newLines;
     lines.insert(lines.end(), planner.newFolders.rbegin(), planner.newFolders.rend());
     WrittenAhead written;
-    InstallOutcome outcome = WriteAhead(backup, cover, steps, lines, written);
+    InstallOutcome outcome = WriteAhead(backup, cover, place.*game.gameFolder, steps, lines, written);
     if (outcome.result != Result::installed)
         return LogStop(outcome, log);
 

@@ -3,6 +3,7 @@
 // undo it.
 
 #include <string>
+#include <vector>
 
 #include "action_log.h"
 #include "game_profile.h"
@@ -16,6 +17,7 @@ struct InstallOutcome {
         writeFailed,   // stopped at `path`, a file that could not be written (or reached only
                        // through a link, or one of the backup files themselves)
         folderFailed,  // stopped at `path`, a folder that could neither be found nor made
+        elsewhere,     // nothing done: the backup files here belong to the game at `path`, another place's
     };
     Result result = Result::installed;
     std::string path;
@@ -24,10 +26,13 @@ struct InstallOutcome {
 
 // Writes the game's payload into the place's content folder. Before it changes anything, what
 // the uninstall needs to undo it is on disk: the backup archive holds each player's file before
-// it is overwritten, and the removal list names each file and folder before it is made. Every
-// install covers the targets earlier installs did not (a first one, or one stopped part-way);
-// after a first install that ran to its end, a later one adds nothing to either file. A stop
-// leaves both backup files covering what was done. The installed flag is set once every file is
-// written. Each file backed up or written and each folder made goes to `log`, and so does where
-// the install stopped.
-InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const ActionLog& log = {});
+// it is overwritten, the removal list names each file and folder before it is made, and the
+// record names what it is about to write and make (written_record.h). Every install covers the
+// targets earlier installs did not (a first one, or one stopped part-way); after a first install
+// that ran to its end, a later one of the same set adds nothing to any of them. A stop leaves the
+// backup files covering what was done. Backup files that belong to the game at another of
+// `places` (copied here) stop it before anything is done. The installed flag is set once every
+// file is written. Each file backed up or written and each folder made goes to `log`, and so
+// does where the install stopped.
+InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const ActionLog& log = {},
+                             const std::vector<SteamAccount>& places = {});

@@ -15,62 +15,68 @@ std::string RemovalLines(const std::vector<std::string>& paths)
     return lines;
 }
 
-bool RemovalListReader::Feed(const char* bytes, std::size_t size)
+void RemovalListReader::Feed(const char* bytes, std::size_t size)
 {
-    for (std::size_t i = 0; i < size && !ended; ++i, ++offset) {
-        if (bytes[i] == '\n')
+    for (std::size_t i = 0; i < size; ++i, ++offset) {
+        const unsigned char c = static_cast<unsigned char>(bytes[i]);
+        if (c == '\n') {
             EndLine(offset + 1);
-        else if (bytes[i] == '\r')
+        } else if (c == '\r' || overlong) {
             continue;
-        else if (line.size() < sys::maxPathBytes)
-            line += bytes[i];
-        else
-            overlong = true;
+        } else {
+            // UTF-16 units: one for each byte that starts a character, two for one past U+FFFF.
+            // A byte of ANSI text counts as UTF-8 would, which never counts it for more.
+            units += (c & 0xC0) == 0x80 ? 0 : c >= 0xF0 ? 2 : 1;
+            if (units > sys::maxPathUnits || line.size() == sys::maxPathBytes) {
+                overlong = true;
+                line.clear();
+            } else {
+                line += static_cast<char>(c);
+            }
+        }
     }
-    return !ended;
 }
 
 void RemovalListReader::Finish()
 {
-    if (!ended && (!line.empty() || overlong)) {
+    if (!line.empty() || overlong) {
         EndLine(offset);
         extent.lastLineOpen = true;
     }
-    ended = true;
 }
 
 void RemovalListReader::EndLine(std::uint64_t lineEnd)
 {
-    if (!overlong && line.empty()) {
-        ended = true;
-        return;
-    }
     // A line an earlier version wrote in the system's ANSI code page is not UTF-8.
-    if (!overlong)
+    if (!overlong && !line.empty())
         visit(IsUtf8(line) ? line : sys::AnsiToUtf8(line));
     overlong = false;
+    units = 0;
     line.clear();
     extent.linesEnd = lineEnd;
 }
 
-sys::Status ReadRemovalListFile(const std::string& path, const RemovalListReader::Visit& visit, ListExtent* extent)
+sys::Status ReadLines(const std::string& path, const RemovalListReader::Visit& visit, ListExtent* extent)
 {
     sys::File file = sys::File::OpenForReading(path);
     if (!file.IsOpen())
         return sys::Status::Failed(file.OpenFailure());
-    std::uint64_t size = file.Size();
-    RemovalListReader lines(visit);
     // No more than the size it had when opened: a file that keeps growing still ends.
+    std::uint64_t size = std::min(file.Size(), linesFileLimit);
+    const bool whole = size == file.Size();
+    RemovalListReader lines(visit);
     std::vector<char> block(static_cast<std::size_t>(std::min<std::uint64_t>(size, 64 * 1024)));
     sys::Status read;
     while (size > 0) {
         const std::size_t wanted = static_cast<std::size_t>(std::min<std::uint64_t>(size, block.size()));
         read = file.Read(block.data(), wanted);
-        if (!read || !lines.Feed(block.data(), wanted))
-            break;  // a failed read, or the list has ended at an empty line
+        if (!read)
+            break;
+        lines.Feed(block.data(), wanted);
         size -= wanted;
     }
-    if (size == 0)
+    // Past the limit there is no line; a line cut there is none either.
+    if (size == 0 && whole)
         lines.Finish();
     if (extent)
         *extent = lines.Extent();

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "find_games.h"
 #include "resolved_path.h"
 #include "system.h"
 #include "text_encoding.h"
@@ -11,6 +12,9 @@ namespace {
 
 // How many places of one removal line LineAtPlace tries as the game's folder.
 constexpr std::size_t maxGameFolderCandidates = 8;
+
+// How many spellings of game folders the backup files' lines and record are looked at for.
+constexpr std::size_t maxNamedGames = 16;
 
 }  // namespace
 
@@ -57,18 +61,80 @@ sys::Status WayTo(const std::string& contentFolder, const std::string& path, Kno
     }
 }
 
-std::string LineAtPlace(const std::string& line, const PlaceGame& game, const SteamAccount& place)
+namespace {
+
+bool IsSeparator(char c) { return c == '/' || c == '\\'; }
+
+bool IsDriveLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+
+// The length of a "server\share\" (either separator) at `at`, both names there; 0 for none.
+std::size_t ShareLength(const std::string& line, std::size_t at)
 {
+    std::size_t end = at;
+    for (int name = 0; name < 2; ++name) {
+        const std::size_t begin = end;
+        while (end < line.size() && !IsSeparator(line[end]))
+            ++end;
+        if (end == begin || end == line.size())
+            return 0;
+        ++end;
+    }
+    return end - at;
+}
+
+// The length of the root an absolute path begins with; 0 for a path that is not absolute.
+std::size_t RootLength(const std::string& line)
+{
+    const auto drive = [&](std::size_t at) {
+        return line.size() > at + 2 && IsDriveLetter(line[at]) && line[at + 1] == ':' && IsSeparator(line[at + 2]);
+    };
+    if (drive(0))
+        return 3;
+    if (line.size() < 3 || !IsSeparator(line[0]) || !IsSeparator(line[1])) {
+        // Natively the tests' folders are POSIX paths; Windows reads "\x" as relative to the drive.
+        return sys::posixPathsToo && !line.empty() && line[0] == '/' ? 1 : 0;
+    }
+    if (line[2] == '?' && line.size() > 3 && IsSeparator(line[3])) {
+        if (drive(4))
+            return 7;
+        const std::string unc = AsciiLower(line.substr(4, 4));
+        const std::size_t share = unc.size() == 4 && unc.compare(0, 3, "unc") == 0 && IsSeparator(unc[3]) ? ShareLength(line, 8) : 0;
+        return share ? 8 + share : 0;
+    }
+    const std::size_t share = IsSeparator(line[2]) || line[2] == '?' || line[2] == '.' ? 0 : ShareLength(line, 2);
+    return share ? 2 + share : 0;
+}
+
+}  // namespace
+
+bool IsAbsolutePathLine(const std::string& line)
+{
+    const std::size_t root = RootLength(line);
+    if (root == 0)
+        return false;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        const unsigned char c = static_cast<unsigned char>(line[i]);
+        if (c < 0x20 || (i >= root && std::string("<>:\"|?*").find(static_cast<char>(c)) != std::string::npos))
+            return false;
+    }
+    return true;
+}
+
+PlacedLine PlaceLine(const std::string& line, const PlaceGame& game, const SteamAccount& place)
+{
+    if (!IsAbsolutePathLine(line))
+        return {};
     const std::string& gameFolder = place.*game.gameFolder;
     // The game's folder ends in steamapps/<account>/<game> or steamapps/common/<game>; a line
     // names it by the same three segments, the account's in any spelling.
     const std::vector<std::string> own = ResolvePath(gameFolder).segments;
     if (own.size() < 3)
-        return std::string();
+        return {};
     const std::string steamapps = AsciiLower(own[own.size() - 3]);
     const std::string common = AsciiLower(own[own.size() - 2]);
     const std::string name = AsciiLower(own.back());
-    const std::vector<std::string> segments = ResolvePath(line).segments;
+    ResolvedPath resolved = ResolvePath(line);
+    const std::vector<std::string>& segments = resolved.segments;
     // A path an install wrote names a game folder once, or a few times when the folders above
     // Steam's happen to look like one; a line naming more is passed over, at a bounded cost.
     std::size_t candidates = 0;
@@ -81,8 +147,53 @@ std::string LineAtPlace(const std::string& line, const PlaceGame& game, const St
         std::string below = gameFolder;
         for (std::size_t next = at + 1; next < segments.size(); ++next)
             below += "/" + segments[next];
-        if (IsRemovableLine(below, gameFolder, place.*game.contentFolder))
-            return below;
+        if (!IsRemovableLine(below, gameFolder, place.*game.contentFolder))
+            continue;
+        resolved.segments.resize(at + 1);
+        return {below, JoinResolved(resolved, '/')};
+    }
+    return {};
+}
+
+void NoteNamedGame(const std::string& gameFolder, std::vector<std::string>& named)
+{
+    if (gameFolder.empty() || named.size() == maxNamedGames)
+        return;
+    const std::string key = PlaceKey(gameFolder);
+    for (const std::string& folder : named)
+        if (PlaceKey(folder) == key)
+            return;
+    named.push_back(gameFolder);
+}
+
+std::string GameTheyBelongTo(const std::vector<std::string>& named, const PlaceGame& game, const SteamAccount& place,
+                             const std::vector<SteamAccount>& places)
+{
+    const std::string& here = place.*game.gameFolder;
+    std::vector<std::string> others;  // named in another spelling than this place's folder
+    for (const std::string& folder : named)
+        if (PlaceKey(folder) != PlaceKey(here))
+            others.push_back(folder);
+    if (others.empty())
+        return std::string();
+    // Each folder asked about once: the other places where the game is, then what is named.
+    std::vector<std::pair<const std::string*, sys::Identity>> theirs;
+    for (const SteamAccount& other : places) {
+        sys::Identity identity;
+        if (other.*game.presentFlag && PlaceKey(other.*game.gameFolder) != PlaceKey(here) &&
+            sys::IdentityOf(other.*game.gameFolder, identity))
+            theirs.emplace_back(&(other.*game.gameFolder), identity);
+    }
+    sys::Identity hereIdentity;
+    if (theirs.empty() || !sys::IdentityOf(here, hereIdentity))
+        return std::string();
+    for (const std::string& folder : others) {
+        sys::Identity identity;
+        if (!sys::IdentityOf(folder, identity) || identity == hereIdentity)
+            continue;
+        for (const auto& [path, theirIdentity] : theirs)
+            if (theirIdentity == identity)
+                return *path;
     }
     return std::string();
 }

@@ -5,6 +5,7 @@
 // (a game moved to another drive with a junction) and are followed.
 
 #include <string>
+#include <vector>
 
 #include "folders.h"
 #include "steam_layouts.h"
@@ -19,16 +20,44 @@ bool IsBelow(const std::string& path, const std::string& folder);
 // folder, so no line can name them.
 bool IsRemovableLine(const std::string& path, const std::string& gameFolder, const std::string& contentFolder);
 
+// True when `line` is an absolute path as an install writes one: "X:\", "\\server\share\", or
+// their "\\?\" forms ("\\?\X:\", "\\?\UNC\server\share\"), either separator (natively, where
+// the tests' folders are, a POSIX "/..." too), with no control character and no character Windows
+// refuses in a name. A log line, a list saved as UTF-16 or with CR-only line ends is none.
+bool IsAbsolutePathLine(const std::string& line);
+
+// A removal line placed where the game is now.
+struct PlacedLine {
+    std::string path;        // what it names below this game's folder at the place; empty: nothing
+    std::string gameFolder;  // the game's folder as the line spells it, e.g. "D:\Steam/steamapps/p/counter-strike"
+};
+
 // What a removal line names now: the line read relative to the game's folder it names (its part
 // after "steamapps/<account>/counter-strike" or ".../counter-strike source" in the layout before
 // shared game folders, after "steamapps/common/Half-Life" or ".../Counter-Strike Source" in a
 // library, in any letter case and whatever the spelling above it: '\' or '/', doubled
 // separators, "." and ".." as Windows resolves them), placed below this game's folder at
 // `place`, where its backup files lie now. So a Steam folder spelled anew, or a library back
-// under another drive letter, still finds what an install made. Empty when the line names no
-// folder of this game, or when its part below that folder is no line an install writes
-// (IsRemovableLine).
-std::string LineAtPlace(const std::string& line, const PlaceGame& game, const SteamAccount& place);
+// under another drive letter, still finds what an install made. Nothing when the line is no
+// absolute path (IsAbsolutePathLine), names no folder of this game, or when its part below that
+// folder is no line an install writes (IsRemovableLine). Costs time in proportion to its length.
+PlacedLine PlaceLine(const std::string& line, const PlaceGame& game, const SteamAccount& place);
+inline std::string LineAtPlace(const std::string& line, const PlaceGame& game, const SteamAccount& place)
+{
+    return PlaceLine(line, game, place).path;
+}
+
+// Adds `gameFolder` (as a line or the record spells it) to `named` unless it names one there
+// already, up to a few: a list an install wrote names one or two.
+void NoteNamedGame(const std::string& gameFolder, std::vector<std::string>& named);
+
+// The game's folder at another of `places` that backup files belong to: one of `named` (the
+// game's folders their lines and record name) that stands now at another place found, a
+// different folder by identity from this place's. Empty when they belong here: to this place's
+// folder in another spelling, or to one that is not there any more (the Steam folder moved, a
+// library back under another drive letter).
+std::string GameTheyBelongTo(const std::vector<std::string>& named, const PlaceGame& game, const SteamAccount& place,
+                             const std::vector<SteamAccount>& places);
 
 // Done when no link stands at `path` or on the way to it below `contentFolder` (which ends with
 // '/'); failed for a link there (Own::link: nothing of ours lies behind it), or with the

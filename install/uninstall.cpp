@@ -5,25 +5,79 @@
 #include <vector>
 
 #include "backup_archive.h"
+#include "container.h"
+#include "folder_view.h"
 #include "folders.h"
 #include "output_file.h"
 #include "removal_list.h"
 #include "safe_paths.h"
 #include "system.h"
 #include "text_encoding.h"
+#include "verify.h"
 #include "windows_names.h"
+#include "written_record.h"
 
 namespace {
 
-// Far more than any install writes (a few kilobytes): the lines of a longer list past it are
-// passed over, so that a damaged list of any size costs no more memory than this.
-constexpr std::size_t linesLimit = 8 << 20;
-
-struct Removal {
+// What the backup files say, read before anything changes.
+struct BackupRead {
     bool listExists = false;
-    bool readWhole = true;                // the list was read to its end, or to its first empty line
-    std::vector<std::string> remaining;   // lines naming what the installs made and is still there
+    sys::Status listRead;               // failed: the list could not be read (to its limit)
+    std::vector<std::string> lines;     // what the list's lines name here, each once
+    bool recordExists = false;
+    sys::Status recordRead;
+    WrittenRecord record;
+    std::vector<std::string> namedGames;  // the game's folders the lines and the record name
+    std::set<std::string> restored;       // what the archive puts back, by sys::NameKey
+    sys::Status archiveRead;              // failed: what the archive puts back is not known whole
 };
+
+// Reads a backup file that is there with `read`; a link in its place is not read through.
+sys::Status ReadBackup(const std::string& path, bool& exists, const std::function<sys::Status()>& read)
+{
+    const sys::Entry entry = sys::LookUp(path);
+    exists = entry.kind != sys::EntryKind::none;
+    if (!exists)
+        return sys::Status();
+    if (entry.link)
+        return sys::Status::Failed(sys::Reason::Refused(sys::Reason::Own::link));
+    return read();
+}
+
+// The paths the archive holds a record of that the uninstall writes back (RestoreArchive's rules).
+bool Restorable(const std::string& name, bool nameTooLong, const std::string& target)
+{
+    return !nameTooLong && IsWindowsName(name) && Utf16Length(target) <= sys::maxPathUnits;
+}
+
+BackupRead ReadBackupFiles(const BackupFiles& backup, const GameProfile& game, const SteamAccount& place)
+{
+    BackupRead read;
+    std::set<std::string> seen;
+    read.listRead = ReadBackup(backup.removalList, read.listExists, [&] {
+        return ReadLines(backup.removalList, [&](const std::string& line) {
+            const PlacedLine placed = PlaceLine(line, game, place);
+            if (!placed.path.empty() && seen.insert(sys::NameKey(placed.path)).second)
+                read.lines.push_back(placed.path);
+            NoteNamedGame(placed.gameFolder, read.namedGames);
+        });
+    });
+    read.recordRead = ReadBackup(backup.record, read.recordExists, [&] { return ReadWrittenRecord(backup.record, read.record); });
+    for (const std::string& folder : read.record.games)
+        NoteNamedGame(folder, read.namedGames);
+    ArchiveReader archive(backup.archive);
+    std::string name;
+    bool nameTooLong = false;
+    std::uint32_t size = 0;
+    while (archive.Next(name, nameTooLong, size)) {
+        const std::string target = place.*game.contentFolder + name;
+        if (Restorable(name, nameTooLong, target))
+            read.restored.insert(sys::NameKey(target));
+    }
+    if (archive.Failed() || (!archive.Opened() && sys::LookUp(backup.archive).kind != sys::EntryKind::none))
+        read.archiveRead = sys::Status::Failed(archive.Why());
+    return read;
+}
 
 std::size_t Depth(const std::string& path) { return static_cast<std::size_t>(std::count(path.begin(), path.end(), '/')); }
 
@@ -42,7 +96,7 @@ Contents ContentsOf(const std::string& folder)
     return listed ? Contents::none : Contents::unknown;
 }
 
-// Removes one listed folder; true when it still stands and is ours to remove: empty, or
+// Removes one folder of ours; true when it still stands and is ours to remove: empty, or
 // holding only what remains of ours. A folder holding the player's files stays, and is done.
 bool FolderRemains(const std::string& folder, const std::vector<std::string>& remaining, const ActionLog& log,
                    sys::Failure& first)
@@ -63,82 +117,117 @@ bool FolderRemains(const std::string& folder, const std::vector<std::string>& re
     return remains;
 }
 
-// True when nothing stands at `path` because the folder that would hold it, or one above it,
-// is known to lack it: the nearest folder above it that is there can be looked into. Behind a
-// link whose target is gone, or a folder the system cannot tell about, nothing is known.
-bool KnownGone(const std::string& path)
-{
-    for (std::string above = path.substr(0, path.rfind('/')); above.size() > 3;
-         above = above.substr(0, above.rfind('/'))) {
-        const sys::Entry entry = sys::LookUp(above);
-        if (entry.kind == sys::EntryKind::none)
-            continue;
-        if (entry.kind == sys::EntryKind::unknown)
-            return false;
-        return entry.kind == sys::EntryKind::file || !entry.link || sys::ReachFolder(above);
-    }
-    return false;
-}
+// What remains of ours after the removal.
+struct Remaining {
+    std::vector<std::string> lines;  // removal lines naming what is still there: the list named just these replaces the old one
+    // Something the record or the set knows is ours could not go, or could not be looked at. It
+    // never becomes a removal line: a line is an order to delete whatever stands there, and the
+    // file may hold the player's bytes by the next uninstall.
+    bool ours = false;
+};
 
-// Deletes what the removal list names, files first, then folders innermost first, so the
-// lines may come in any order. Each line names what it named below this game's folder here,
-// wherever its spelling puts the folders above (LineAtPlace). A line goes once what it names
-// is removed or known to be gone; one that could not be looked at stays, for a later uninstall.
-Removal RemoveCreated(const BackupFiles& backup, const GameProfile& game, const SteamAccount& place,
-                      const ActionLog& log, sys::Failure& first)
+// Removes what is ours: each removal line, each file the record says an install wrote while it
+// holds those bytes, each file of this program's own set holding exactly its bytes (no file the
+// archive puts back), then each listed or recorded folder, innermost first. Whatever of ours
+// could not go, or could not be looked at, remains.
+Remaining RemoveOurs(const BackupRead& read, const GameProfile& game, const SteamAccount& place, const ActionLog& log,
+                     sys::Failure& first)
 {
-    Removal removal;
-    const sys::Entry list = sys::LookUp(backup.removalList);
-    removal.listExists = list.kind != sys::EntryKind::none;
-    if (!removal.listExists)
-        return removal;
-    std::vector<std::string> lines;
-    std::set<std::string> seen;
-    std::size_t kept = 0;
-    const sys::Status read =
-        list.link ? sys::Status::Failed(sys::Reason::Refused(sys::Reason::Own::link))
-                  : ReadRemovalListFile(backup.removalList, [&](const std::string& line) {
-                        const std::string path = LineAtPlace(line, game, place);
-                        if (!path.empty() && kept + path.size() <= linesLimit && seen.insert(path).second) {
-                            lines.push_back(path);
-                            kept += path.size();
-                        }
-                    });
-    removal.readWhole = static_cast<bool>(read);
-    if (!read)
-        first.NoteFirst(backup.removalList, read.Why());
-
+    const std::string& gameFolder = place.*game.gameFolder;
     const std::string& contentFolder = place.*game.contentFolder;
-    KnownFolders known;
+    FolderView view(gameFolder, contentFolder);
+    Remaining remaining;
     std::vector<std::string> folders;
-    const auto stays = [&](const std::string& line, const sys::Reason& why) {
-        removal.remaining.push_back(line);
-        first.NoteFirst(line, why);
+    std::set<std::string> handled, lineKeys;  // by sys::NameKey: each path once; the list's lines
+    std::vector<std::string> standing;        // what of ours still stands
+    const auto stays = [&](const std::string& path, const sys::Reason& why) {
+        standing.push_back(path);
+        if (lineKeys.count(sys::NameKey(path)))
+            remaining.lines.push_back(path);
+        else
+            remaining.ours = true;
+        first.NoteFirst(path, why);
     };
-    for (const std::string& line : lines) {
-        const sys::Status way = WayTo(contentFolder, line.substr(0, line.rfind('/')), &known);
-        const sys::Entry entry = way ? sys::LookUp(line) : sys::Entry{sys::EntryKind::unknown, false, way.Why()};
-        if (entry.kind == sys::EntryKind::unknown) {
-            stays(line, entry.reason);  // a link on the way, or the system could not tell
-        } else if (entry.link) {
+    const auto remove = [&](const std::string& path) {
+        if (const sys::Status removed = sys::RemoveFile(path))
+            log("removed", path);
+        else if (sys::LookUp(path).kind != sys::EntryKind::none)
+            stays(path, removed.Why());
+    };
+    // A file the record or the set knows is ours while `ours` says its bytes are.
+    const auto removeIfOurs = [&](const std::string& path, const std::function<Sameness(std::uint64_t size, sys::Reason& why)>& ours) {
+        if (!handled.insert(sys::NameKey(path)).second || read.restored.count(sys::NameKey(path)))
+            return;
+        const FolderView::Seen seen = view.Look(path);
+        sys::Reason why = seen.reason;
+        const Sameness sameness = seen.kind == sys::EntryKind::unknown ? Sameness::unreadable
+                                  : seen.kind != sys::EntryKind::file || seen.link ? Sameness::differs
+                                                                                     : ours(seen.size, why);
+        if (sameness == Sameness::same)
+            remove(path);
+        else if (sameness == Sameness::unreadable)
+            stays(path, why);  // it may be ours: what could not be looked at stays
+    };
+
+    for (const std::string& line : read.lines)
+        lineKeys.insert(sys::NameKey(line));
+    for (const std::string& line : read.lines) {
+        handled.insert(sys::NameKey(line));
+        const FolderView::Seen seen = view.Look(line);
+        if (seen.kind == sys::EntryKind::unknown)
+            stays(line, seen.reason);  // a link on the way, or the system could not tell
+        else if (seen.link)
             stays(line, sys::Reason::Refused(sys::Reason::Own::link));  // never deleted through
-        } else if (entry.kind == sys::EntryKind::none) {
-            if (!KnownGone(line))
-                stays(line, entry.reason);
-        } else if (entry.kind == sys::EntryKind::folder) {
+        else if (seen.kind == sys::EntryKind::folder)
             folders.push_back(line);
-        } else if (const sys::Status removed = sys::RemoveFile(line)) {
-            log("removed", line);
-        } else if (sys::LookUp(line).kind != sys::EntryKind::none) {
-            stays(line, removed.Why());
-        }
+        else if (seen.kind == sys::EntryKind::file)
+            remove(line);
+    }
+    // Without knowing what the archive puts back, a player's file that still holds our bytes
+    // cannot be told from ours: those wait for an uninstall that can read the archive.
+    if (!read.archiveRead) {
+        remaining.ours = true;
+        first.NoteFirst(BackupFilesOf(game, place).archive, read.archiveRead.Why());
+        return remaining;
+    }
+    const std::string contentPath = contentFolder.substr(0, contentFolder.size() - 1);
+    for (const auto& [key, versions] : read.record.files) {
+        const std::string path = gameFolder + "/" + read.record.fileNames.at(key);
+        if (IsRemovableLine(path, gameFolder, contentFolder) && IsBelow(path, contentPath))
+            removeIfOurs(path, [&, &versions = versions](std::uint64_t size, sys::Reason& why) {
+                if (std::none_of(versions.begin(), versions.end(), [&](const WrittenBytes& v) { return v.size == size; }))
+                    return Sameness::differs;
+                WrittenBytes bytes;
+                const sys::Status hashed = BytesOfFile(path, bytes);
+                why = hashed.Why();
+                return !hashed ? Sameness::unreadable
+                       : std::find(versions.begin(), versions.end(), bytes) != versions.end() ? Sameness::same
+                                                                                               : Sameness::differs;
+            });
+    }
+    WalkRecords(game.payload->start, game.payload->length, 0, [&](const ContainerRecord& record) {
+        const std::string path = contentFolder + record.name;
+        removeIfOurs(path, [&](std::uint64_t size, sys::Reason& why) {
+            return size != record.size ? Sameness::differs : CompareFile(path, record.data, record.size, why);
+        });
+        return true;
+    });
+    for (const auto& [key, relative] : read.record.folders) {
+        const std::string path = gameFolder + "/" + relative;
+        if (!IsRemovableLine(path, gameFolder, contentFolder) || !handled.insert(sys::NameKey(path)).second)
+            continue;
+        const FolderView::Seen seen = view.Look(path);
+        if (seen.kind == sys::EntryKind::folder && !seen.link)
+            folders.push_back(path);
+        else if (seen.kind == sys::EntryKind::unknown)
+            stays(path, seen.reason);
     }
     std::stable_sort(folders.begin(), folders.end(),
                      [](const std::string& a, const std::string& b) { return Depth(a) > Depth(b); });
     for (const std::string& folder : folders)
-        if (FolderRemains(folder, removal.remaining, log, first))
-            removal.remaining.push_back(folder);
-    return removal;
+        if (FolderRemains(folder, standing, log, first))
+            stays(folder, sys::Reason());
+    return remaining;
 }
 
 // Makes the target hold exactly the record's `size` data bytes, written over it in place and
@@ -181,7 +270,7 @@ bool RestoreArchive(const std::string& archivePath, const std::string& contentFo
     std::uint32_t size = 0;
     while (archive.Next(name, nameTooLong, size)) {
         const std::string target = contentFolder + name;
-        if (nameTooLong || !IsWindowsName(name) || Utf16Length(target) > sys::maxPathUnits)
+        if (!Restorable(name, nameTooLong, target))
             continue;
         sys::Failure failed;
         const sys::Status way = WayTo(contentFolder, target, &known);
@@ -232,14 +321,18 @@ void KeepUninstallOffered(const std::string& archivePath, bool allRestored)
 
 }  // namespace
 
-UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, const ActionLog& givenLog)
+UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, const ActionLog& givenLog,
+                                 const std::vector<SteamAccount>& places)
 {
     const ActionLog log = givenLog ? givenLog : [](const char*, const std::string&) {};
     const BackupFiles backup = BackupFilesOf(game, place);
-    const std::string& archivePath = backup.archive;
-    const std::string& listPath = backup.removalList;
     UninstallOutcome outcome;
     sys::Failure& first = outcome.firstFailure;
+    const auto nothingChanged = [&] {
+        outcome.backupKept = true;
+        place.*game.installedFlag = sys::PathExists(backup.archive);
+        return outcome;
+    };
 
     // The game moved, renamed, on a drive not mounted, behind a link whose target is gone: what
     // the backup files undo is not here, and a folder made in its place would take the player's
@@ -250,41 +343,51 @@ UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, c
         if (!there) {
             first = {folder, there.Why()};
             outcome.gameAway = true;
-            outcome.backupKept = true;
-            place.*game.installedFlag = sys::PathExists(archivePath);
-            return outcome;
+            return nothingChanged();
         }
     }
 
+    const BackupRead read = ReadBackupFiles(backup, game, place);
+    // Backup files copied here from the game at another place would put that player's files over
+    // this one's, and take this one's for ours.
+    const std::string elsewhere = GameTheyBelongTo(read.namedGames, game, place, places);
+    if (!elsewhere.empty()) {
+        first = {elsewhere, {}};
+        outcome.elsewhere = true;
+        return nothingChanged();
+    }
+    if (!read.listRead)
+        first.NoteFirst(backup.removalList, read.listRead.Why());
+    if (!read.recordRead)
+        first.NoteFirst(backup.record, read.recordRead.Why());
+
     // A rewrite of the removal list an earlier uninstall did not finish: its draft is ours.
-    const std::string& draftPath = backup.draft;
-    if (sys::LookUp(draftPath).kind == sys::EntryKind::file)
-        static_cast<void>(sys::RemoveFile(draftPath));
+    if (sys::LookUp(backup.draft).kind == sys::EntryKind::file)
+        static_cast<void>(sys::RemoveFile(backup.draft));
 
-    const Removal removal = RemoveCreated(backup, game, place, log, first);
-    const bool restored = RestoreArchive(archivePath, place.*game.contentFolder, log, first);
+    const Remaining remaining = RemoveOurs(read, game, place, log, first);
+    const bool restored = RestoreArchive(backup.archive, place.*game.contentFolder, log, first);
 
-    outcome.backupKept = !removal.readWhole || !removal.remaining.empty() || !restored;
+    outcome.backupKept = !read.listRead || !read.recordRead || !remaining.lines.empty() || remaining.ours || !restored;
     if (!outcome.backupKept) {
-        // The removal list goes first: an archive left alone still offers the uninstall, which
-        // finishes the job; a removal list left alone would not be offered.
-        if (removal.listExists)
-            outcome.backupKept = !Removed(listPath, first);
-        if (!outcome.backupKept)
-            outcome.backupKept = !Removed(archivePath, first);
-    } else if (removal.listExists && removal.readWhole) {
+        // The archive goes last: left alone, it still offers the uninstall, which finishes the
+        // job; a removal list or record left alone would not be offered.
+        for (const std::string& file : {backup.removalList, backup.record, backup.archive})
+            if (!outcome.backupKept && !Removed(file, first))
+                outcome.backupKept = true;
+    } else if (read.listRead && read.listExists) {
         // A list naming just what remains, in the old one's place; the old one stays when that fails.
-        ReplaceThroughDraft(listPath, draftPath,
-                            [&](OutputFile& draft) { return draft.Append(RemovalLines(removal.remaining)); });
+        ReplaceThroughDraft(backup.removalList, backup.draft,
+                            [&](OutputFile& draft) { return draft.Append(RemovalLines(remaining.lines)); });
     }
     if (outcome.backupKept) {
-        KeepUninstallOffered(archivePath, restored);
-        for (const std::string& line : removal.remaining)
+        KeepUninstallOffered(backup.archive, restored);
+        for (const std::string& line : remaining.lines)
             log("kept", line);
-        for (const std::string& backup : {archivePath, listPath})
-            if (sys::PathExists(backup))
-                log("kept", backup);
+        for (const std::string& file : {backup.archive, backup.removalList, backup.record})
+            if (sys::PathExists(file))
+                log("kept", file);
     }
-    place.*game.installedFlag = sys::PathExists(archivePath);
+    place.*game.installedFlag = sys::PathExists(backup.archive);
     return outcome;
 }

@@ -11,33 +11,44 @@ namespace {
 // Compares in blocks: the largest file of a set is some megabytes.
 constexpr std::size_t compareBlock = 1 << 20;
 
-// True when `path` holds exactly the `size` bytes at `data`.
-bool HoldsExactly(sys::File& file, const char* data, std::size_t size)
+}  // namespace
+
+Sameness CompareFile(const std::string& path, const char* data, std::size_t size, sys::Reason& why)
 {
+    sys::File file = sys::File::OpenForReading(path);
+    if (!file.IsOpen()) {
+        const sys::EntryKind kind = sys::LookUp(path).kind;
+        why = file.OpenFailure();
+        return kind == sys::EntryKind::none ? Sameness::missing
+               : kind == sys::EntryKind::folder ? Sameness::differs
+                                                 : Sameness::unreadable;
+    }
     if (file.Size() != size)
-        return false;
+        return Sameness::differs;
     std::vector<char> block(std::min(size, compareBlock));
     for (std::size_t at = 0; at < size;) {
         const std::size_t part = std::min(size - at, block.size());
-        if (!file.Read(block.data(), part) || std::memcmp(block.data(), data + at, part) != 0)
-            return false;
+        const sys::Status read = file.Read(block.data(), part);
+        if (!read) {
+            why = read.Why();
+            return Sameness::unreadable;
+        }
+        if (std::memcmp(block.data(), data + at, part) != 0)
+            return Sameness::differs;
         at += part;
     }
-    return true;
+    return Sameness::same;
 }
-
-}  // namespace
 
 std::vector<NotAsShipped> FilesNotAsShipped(const GameProfile& game, const SteamAccount& place)
 {
     std::vector<NotAsShipped> differing;
     WalkRecords(game.payload->start, game.payload->length, 0, [&](const ContainerRecord& record) {
         const std::string target = place.*game.contentFolder + record.name;
-        sys::File file = sys::File::OpenForReading(target);
-        if (!file.IsOpen())
-            differing.push_back({target, sys::LookUp(target).kind == sys::EntryKind::none});
-        else if (!HoldsExactly(file, record.data, record.size))
-            differing.push_back({target, false});
+        sys::Reason why;
+        const Sameness state = CompareFile(target, record.data, record.size, why);
+        if (state != Sameness::same)
+            differing.push_back({target, state, why});
         return true;
     });
     return differing;

@@ -28,7 +28,8 @@ SteamAccount LibraryEntry(const std::string& libraryPath)
 BackupFiles BackupFilesOf(const PlaceGame& game, const SteamAccount& place)
 {
     const std::string removalList = place.folder + "/" + game.removalListName;
-    return {place.folder + "/" + game.archiveName, removalList, removalList + ".new"};
+    return {place.folder + "/" + game.archiveName, removalList, removalList + ".new",
+            place.folder + "/" + game.recordName};
 }
 
 std::string GameMarker(const PlaceGame& game, const SteamAccount& place)

@@ -3,6 +3,7 @@
 // backup files, and what tells the two games apart at a place.
 
 #include <string>
+#include <vector>
 
 #include "steam_account.h"
 
@@ -30,20 +31,25 @@ struct PlaceGame {
     bool SteamAccount::*installedFlag;         // its backup archive is there
     const char* archiveName;                   // the backup archive
     const char* removalListName;               // the removal list
+    const char* recordName;                    // the record of what the installs wrote
 };
 
 inline constexpr PlaceGame cs16AtPlace{GameId::cs16,        &SteamAccount::cs16Game,
                                        &SteamAccount::cs16Content, &SteamAccount::hasCs16,
-                                       &SteamAccount::hasCs16Backup, "cs16ludax.bak", "cs16ludax_1.bak"};
+                                       &SteamAccount::hasCs16Backup, "cs16ludax.bak", "cs16ludax_1.bak",
+                                       "cs16ludax_2.bak"};
 inline constexpr PlaceGame cssAtPlace{GameId::css,        &SteamAccount::cssGame,
                                       &SteamAccount::cssContent, &SteamAccount::hasCss,
-                                      &SteamAccount::hasCssBackup, "cssludax.bak", "cssludax_1.bak"};
+                                      &SteamAccount::hasCssBackup, "cssludax.bak", "cssludax_1.bak",
+                                      "cssludax_2.bak"};
 
-// The game's two backup files at a place.
+// The game's backup files at a place.
 struct BackupFiles {
     std::string archive;      // its presence means the configuration is installed
     std::string removalList;
     std::string draft;        // the removal list's rewrite an uninstall has not finished yet
+    std::string record;       // what the installs wrote: each file's SHA-256, each folder made
+    std::vector<std::string> All() const { return {archive, removalList, draft, record}; }
 };
 BackupFiles BackupFilesOf(const PlaceGame& game, const SteamAccount& place);
 

@@ -8,6 +8,7 @@
 #include "install.h"
 #include "steam_account.h"
 #include "uninstall.h"
+#include "verify.h"
 #include "version.h"
 
 namespace texts {
@@ -70,10 +71,19 @@ inline std::string NotWritten(const std::string& file, const sys::Reason& why)
     return "Could not write the file\n" + file + "\n" + Why(why) + "\nNothing more was changed.";
 }
 
+// Backup files copied here from the game at another place: nothing was changed. A box captioned
+// "Hiba:" with the warning icon, or a command's error.
+inline std::string BelongsElsewhere(const std::string& folder)
+{
+    return "These backup files belong to the game at\n" + folder + "\nNothing was changed.";
+}
+
 // Why an install stopped: a box's text, or what a command says.
 inline std::string InstallStopped(const InstallOutcome& outcome)
 {
     switch (outcome.result) {
+    case InstallOutcome::Result::elsewhere:
+        return BelongsElsewhere(outcome.path);
     case InstallOutcome::Result::backupFailed:
         return NotBackedUp(outcome.path, outcome.reason);
     case InstallOutcome::Result::writeFailed:
@@ -201,10 +211,20 @@ constexpr char anotherCopy[] =
 // /install where every file of the set stands as shipped: nothing is written.
 constexpr char alreadyInstalled[] = "already installed\n";
 
-// A file of the set not as shipped, as /verify lists it (and /install without /yes).
-inline std::string FileNotAsShipped(bool missing, const std::string& path)
+// A file of the set not as shipped, as /verify lists it (and /install without /yes): one that
+// cannot be read says why.
+inline std::string FileNotAsShipped(const NotAsShipped& file)
 {
-    return std::string(missing ? "missing" : "changed") + "\t" + path + "\n";
+    switch (file.state) {
+    case Sameness::missing:
+        return "missing\t" + file.path + "\n";
+    case Sameness::unreadable:
+        return "unreadable\t" + file.path + "\t" + Why(file.reason) + "\n";
+    case Sameness::same:
+    case Sameness::differs:
+        break;
+    }
+    return "changed\t" + file.path + "\n";
 }
 
 inline std::string LogNotWritable(const std::string& path)
@@ -212,10 +232,15 @@ inline std::string LogNotWritable(const std::string& path)
     return "The log " + path + " cannot be written: name a file in a folder that exists.\n";
 }
 
-inline std::string LogRefused(const std::string& path)
+inline std::string LogAmongGameFiles(const std::string& path)
 {
     return "The log " + path +
            " would be written among a game's files or into the backup files: name a file elsewhere.\n";
+}
+
+inline std::string NotALog(const std::string& path)
+{
+    return "The log " + path + " is not a log of this program: name a new file, or a log this program wrote.\n";
 }
 
 inline std::string Place(int number, const SteamAccount& place)

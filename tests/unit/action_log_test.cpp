@@ -57,7 +57,7 @@ TEST(ActionLog, TheFileGainsALinePerActionStampedInUtc)
     };
     const std::string before = utcNow();
     {
-        ActionLogFile file(path);
+        ActionLogFile file(sys::File::OpenForAppending(path));
         ASSERT_TRUE(file.IsOpen());
         file.AsLog()("wrote", "C:/Steam/a b.cfg");
     }
@@ -67,7 +67,6 @@ TEST(ActionLog, TheFileGainsALinePerActionStampedInUtc)
     EXPECT_EQ(log.substr(17 + 20), "\twrote\tC:\\Steam\\a b.cfg\r\n");  // in Windows form
     const std::string stamp = log.substr(17, 20);
     EXPECT_TRUE(before <= stamp && stamp <= after) << stamp << " is not between " << before << " and " << after;
-    EXPECT_FALSE(ActionLogFile(root.Path() + "/no such folder/ludax.log").IsOpen());
 }
 
 }  // namespace

@@ -106,13 +106,17 @@ TEST(BackupFailure, AnInstallStoppedAtAFileKeepsNoRecordOrLineForTheFilesAfterIt
         // delete the one the player makes.
         EXPECT_EQ(ReadFile(scene.archivePath), archiveHeader + Record("cfg/ludax/binds.cfg", "player's binds"));
         EXPECT_EQ(ReadFile(scene.removalListPath), "");
+        const std::string record = ReadFile(scene.accountFolder + "/cs16ludax_2.bak");
+        EXPECT_EQ(record.substr(record.find("\r\n") + 2),
+                  "file\t22\t6130d3b9539f5f8e369141f1bea00ff330cf35ec378bcb15bb3029444dd8a00b\tcstrike/cfg/ludax/binds.cfg\r\n")
+            << "the sum of \"bind \\\"F1\\\" \\\"buy ak47\\\"\\r\\n\", as sha256sum gives it";
         WriteFile(p + "cfg/config.cfg", "player's newer config");
         WriteFile(p + "a.txt", "player's own a");
         const Tree now = Snapshot(scene.accountFolder);
         EXPECT_FALSE(scene.Uninstall().backupKept);
         Tree expected = now;
-        expected.erase("cs16ludax.bak");
-        expected.erase("cs16ludax_1.bak");
+        for (const char* backup : {"cs16ludax.bak", "cs16ludax_1.bak", "cs16ludax_2.bak"})
+            expected.erase(backup);
         expected["counter-strike/cstrike/cfg/ludax/binds.cfg"] = "player's binds";
         EXPECT_EQ(Snapshot(scene.accountFolder), expected);
         return;

@@ -24,15 +24,24 @@ Lines ReadRemovalList(const std::string& bytes)
     return paths;
 }
 
-TEST(RemovalList, LinesEndAtLfLoseEveryCrAndStopAtTheFirstEmptyOne)
+std::string Repeated(const std::string& text, std::size_t times)
+{
+    std::string repeated;
+    for (std::size_t i = 0; i < times; ++i)
+        repeated += text;
+    return repeated;
+}
+
+TEST(RemovalList, LinesEndAtLfLoseEveryCrAndPassEmptyOnesOver)
 {
     EXPECT_EQ(ReadRemovalList("C:/a/b.cfg\r\nC:/a\r\n"), (Lines{"C:/a/b.cfg", "C:/a"}));
     EXPECT_EQ(ReadRemovalList("one\ntwo\n"), (Lines{"one", "two"}));
     EXPECT_EQ(ReadRemovalList("one\r\ntwo"), (Lines{"one", "two"}));  // last line without LF
     EXPECT_EQ(ReadRemovalList("o\rne\r\r\n\rtwo\r\n"), (Lines{"one", "two"}));
-    EXPECT_EQ(ReadRemovalList("one\r\n\r\nthree\r\n"), Lines{"one"});
-    EXPECT_EQ(ReadRemovalList("one\r\n\r\r\nthree"), Lines{"one"});  // only CRs: an empty line
-    EXPECT_EQ(ReadRemovalList("\nnever"), Lines{});
+    // An empty line (only CRs are one too) ends nothing: the lines after it count.
+    EXPECT_EQ(ReadRemovalList("one\r\n\r\nthree\r\n"), (Lines{"one", "three"}));
+    EXPECT_EQ(ReadRemovalList("one\r\n\r\r\nthree"), (Lines{"one", "three"}));
+    EXPECT_EQ(ReadRemovalList("\n\nnow"), Lines{"now"});
     EXPECT_EQ(ReadRemovalList(""), Lines{});
     EXPECT_EQ(ReadRemovalList(std::string("a\0b\n", 4)), Lines{std::string("a\0b", 3)});
     // UTF-8 as it is; a line that is not, from an earlier version, in the ANSI code page (the
@@ -40,12 +49,14 @@ TEST(RemovalList, LinesEndAtLfLoseEveryCrAndStopAtTheFirstEmptyOne)
     EXPECT_EQ(ReadRemovalList("E:/Játékok/a.cfg\r\n" + Western("E:/Játékok/b.cfg") + "\r\n"),
               (Lines{"E:/Játékok/a.cfg", "E:/Játékok/b.cfg"}));
 
-    // A line longer than any Windows path is passed over whole; the lines around it count.
-    const std::string longest(longestPathBytes, 'p');
-    EXPECT_EQ(ReadRemovalList("one\r\n" + longest + "x\r\n" + longest + "\r\ntwo"),
-              (Lines{"one", longest, "two"}));
-    EXPECT_EQ(ReadRemovalList(longest + "xx\n\nnever"), Lines{});
+    // A line longer than Windows' longest path, 32,767 UTF-16 units, is passed over unread; the
+    // lines around it count.
+    const std::string longest(32767, 'p');
+    EXPECT_EQ(ReadRemovalList("one\r\n" + longest + "x\r\n" + longest + "\r\ntwo"), (Lines{"one", longest, "two"}));
     EXPECT_EQ(ReadRemovalList(longest + "x"), Lines{});  // the last line, too long
+    // Counted in UTF-16 units: a character of three UTF-8 bytes is one, one of four is two.
+    const std::string euros = Repeated("€", 32767), faces = Repeated("😀", 16384);
+    EXPECT_EQ(ReadRemovalList(euros + "\n" + faces + "\n" + faces.substr(4) + "\n"), (Lines{euros, faces.substr(4)}));
     // CRs do not count towards a line's length.
     EXPECT_EQ(ReadRemovalList(longest + std::string(50, '\r') + "\n"), Lines{longest});
 }

@@ -103,26 +103,26 @@ TEST(Install, ALaterInstallCoversWhatANewerSetOrThePlayerAddedAndUndoesNothingEa
 TEST(Install, ContinuesBackupFilesCutShortWhereTheirReadersStop)
 {
     // An archive whose last record was cut off, and removal lists ending without their last LF
-    // or at an empty line: what an install adds must follow what the uninstall will read.
+    // or holding an empty line: what an install adds must follow what the uninstall will read.
     InstallScene scene;
     const std::string& c = scene.content;
     WriteFile(c + "a.txt", "player's a");
-    WriteFile(c + "cfg/old.cfg", "an earlier install's file");
-    const std::string cut = Record("cfg/config.cfg", "0123456789").substr(0, 17);
-    for (const std::string& earlierList :
-         {c + "cfg/old.cfg", c + "cfg/old.cfg\r\n\r\n" + c + "a.txt\r\n", c + "cfg/old.cfg\r\n"}) {
-        WriteFile(scene.archivePath, archiveHeader + cut);
+    for (const std::string& earlierList : {c + "cfg/old.cfg\r\n" + c + "cfg/older.cfg",
+                                           c + "cfg/old.cfg\r\n\r\n" + c + "cfg/older.cfg\r\n"}) {
+        WriteFile(c + "cfg/old.cfg", "an earlier install's file");
+        WriteFile(c + "cfg/older.cfg", "an earlier install's file");
+        WriteFile(scene.archivePath, archiveHeader + Record("cfg/config.cfg", "0123456789").substr(0, 17));
         WriteFile(scene.removalListPath, earlierList);
         RemovePath(c + "cfg/ludax/binds.cfg");
         ASSERT_EQ(scene.Install().result, Result::installed) << earlierList;
         EXPECT_EQ(ReadFile(scene.archivePath), archiveHeader + Record("a.txt", "player's a"));
-        EXPECT_EQ(ReadFile(scene.removalListPath),
-                  c + "cfg/old.cfg\r\n" + c + "cfg/ludax/binds.cfg\r\n" + c + "resource/background/x.tga\r\n" + c +
-                      "cfg/config.cfg\r\n" + c + "resource/background\r\n" + c + "resource\r\n" + c + "cfg/ludax\r\n")
+        EXPECT_EQ(ReadFile(scene.removalListPath).substr(earlierList.size()),
+                  (earlierList.back() == '\n' ? "" : "\r\n") + c + "cfg/ludax/binds.cfg\r\n" + c +
+                      "resource/background/x.tga\r\n" + c + "cfg/config.cfg\r\n" + c + "resource/background\r\n" + c +
+                      "resource\r\n" + c + "cfg/ludax\r\n")
             << earlierList;
         EXPECT_FALSE(scene.Uninstall().backupKept);
         EXPECT_EQ(Snapshot(c), (Tree{{"a.txt", "player's a"}, {"cfg", "<folder>"}})) << earlierList;
-        WriteFile(c + "cfg/old.cfg", "an earlier install's file");
     }
 }
 
