@@ -198,7 +198,14 @@ CommandResult RunCommand(const Command& command, const std::string& commandLine)
         return {exitStatus::done, texts::command::usage, std::string(), std::string()};
     const SteamPath steam = FindSteam(command.steamFolder);
     std::vector<SteamAccount> places = PlacesAt(steam);
-    return Logged(command.logPath, places, commandLine, [&](const ActionLog& log) {
+    // The log is never among the games' files at the Steam the registry names either, when
+    // /steam names another.
+    std::vector<SteamAccount> logPlaces = places;
+    if (!command.logPath.empty() && !command.steamFolder.empty()) {
+        const std::vector<SteamAccount> registered = PlacesAt(FindSteam(std::string()));
+        logPlaces.insert(logPlaces.end(), registered.begin(), registered.end());
+    }
+    return Logged(command.logPath, logPlaces, commandLine, [&](const ActionLog& log) {
         if (steam.read != sys::RegistryRead::ok)
             return ErrorResult(exitStatus::steamNotFound, texts::command::steamNotFound);
         return Run(command, places, log);

@@ -123,8 +123,19 @@ private:
             if (!cover.listed.count(step.target))
                 newLines.push_back(step.target);
         } else {
-            step.backUp = !cover.backedUp.count(step.name) && !cover.listed.count(step.target);
+            step.backUp = !cover.backedUp.count(step.name) && !cover.listed.count(step.target) && !Recorded(step);
         }
+    }
+
+    // True when the target holds bytes the record says an install wrote there: ours, though a
+    // damaged or lost removal list no longer names it.
+    bool Recorded(const Step& step) const
+    {
+        const std::string relative = Relative(step.target, gameFolder);
+        if (!cover.record.files.count(sys::NameKey(relative)))
+            return false;
+        WrittenBytes bytes;
+        return BytesOfFile(step.target, bytes) && cover.record.HasFile(relative, bytes);
     }
 
     sys::Entry Look(const std::string& folder)
@@ -362,9 +373,11 @@ InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const
     if (cover.unreadable.Failed())
         return LogStop({Result::writeFailed, cover.unreadable.path, cover.unreadable.reason}, log);
     // Backup files copied here from another place would take this place's files for that one's.
-    const std::string elsewhere = GameTheyBelongTo(cover.namedGames, game, place, places);
-    if (!elsewhere.empty())
-        return LogStop({Result::elsewhere, elsewhere, {}}, log);
+    const Belonging belonging = GameTheyBelongTo(cover.namedGames, game, place, places);
+    if (!belonging.elsewhere.empty())
+        return LogStop({Result::elsewhere, belonging.elsewhere, {}}, log);
+    if (belonging.unknown.Failed())
+        return LogStop({Result::writeFailed, belonging.unknown.path, belonging.unknown.reason}, log);
 
     // Planned up to the step the install stops at, if it does.
     Planner planner(game, place, cover);

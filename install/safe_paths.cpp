@@ -166,34 +166,49 @@ void NoteNamedGame(const std::string& gameFolder, std::vector<std::string>& name
     named.push_back(gameFolder);
 }
 
-std::string GameTheyBelongTo(const std::vector<std::string>& named, const PlaceGame& game, const SteamAccount& place,
-                             const std::vector<SteamAccount>& places)
+Belonging GameTheyBelongTo(const std::vector<std::string>& named, const PlaceGame& game, const SteamAccount& place,
+                           const std::vector<SteamAccount>& places)
 {
     const std::string& here = place.*game.gameFolder;
     std::vector<std::string> others;  // named in another spelling than this place's folder
     for (const std::string& folder : named)
         if (PlaceKey(folder) != PlaceKey(here))
             others.push_back(folder);
+    Belonging belonging;
+    // The identity of what stands at `folder`; false when nothing does, or when the system could
+    // not tell (noted: whoever must not guess stops).
+    const auto identify = [&](const std::string& folder, sys::Identity& identity) {
+        const sys::Entry entry = sys::LookUp(folder);
+        if (entry.kind == sys::EntryKind::none)
+            return false;
+        const sys::Status known = entry.kind == sys::EntryKind::unknown ? sys::Status::Failed(entry.reason)
+                                                                         : sys::IdentityOf(folder, identity);
+        if (!known)
+            belonging.unknown.NoteFirst(folder, known.Why());
+        return static_cast<bool>(known);
+    };
     if (others.empty())
-        return std::string();
+        return belonging;
     // Each folder asked about once: the other places where the game is, then what is named.
     std::vector<std::pair<const std::string*, sys::Identity>> theirs;
     for (const SteamAccount& other : places) {
         sys::Identity identity;
         if (other.*game.presentFlag && PlaceKey(other.*game.gameFolder) != PlaceKey(here) &&
-            sys::IdentityOf(other.*game.gameFolder, identity))
+            identify(other.*game.gameFolder, identity))
             theirs.emplace_back(&(other.*game.gameFolder), identity);
     }
     sys::Identity hereIdentity;
-    if (theirs.empty() || !sys::IdentityOf(here, hereIdentity))
-        return std::string();
+    if (theirs.empty() || !identify(here, hereIdentity))
+        return belonging;
     for (const std::string& folder : others) {
         sys::Identity identity;
-        if (!sys::IdentityOf(folder, identity) || identity == hereIdentity)
+        if (!identify(folder, identity) || identity == hereIdentity)
             continue;
         for (const auto& [path, theirIdentity] : theirs)
-            if (theirIdentity == identity)
-                return *path;
+            if (theirIdentity == identity) {
+                belonging.elsewhere = *path;
+                return belonging;
+            }
     }
-    return std::string();
+    return belonging;
 }

@@ -51,13 +51,22 @@ inline std::string LineAtPlace(const std::string& line, const PlaceGame& game, c
 // already, up to a few: a list an install wrote names one or two.
 void NoteNamedGame(const std::string& gameFolder, std::vector<std::string>& named);
 
-// The game's folder at another of `places` that backup files belong to: one of `named` (the
-// game's folders their lines and record name) that stands now at another place found, a
-// different folder by identity from this place's. Empty when they belong here: to this place's
-// folder in another spelling, or to one that is not there any more (the Steam folder moved, a
-// library back under another drive letter).
-std::string GameTheyBelongTo(const std::vector<std::string>& named, const PlaceGame& game, const SteamAccount& place,
-                             const std::vector<SteamAccount>& places);
+// Where backup files belong.
+struct Belonging {
+    // The game's folder at another of the places found, when they belong there; empty when they
+    // belong here.
+    std::string elsewhere;
+    // A folder the system could not tell about, and why: then nobody knows where they belong.
+    sys::Failure unknown;
+};
+
+// Where the backup files at a place belong: to the game's folder at another of `places` when one
+// of `named` (the game's folders their lines and record name) stands there now, a different
+// folder by identity from this place's; here when the folder they name is this place's in
+// another spelling, or one that is not there any more (the Steam folder moved, a library back
+// under another drive letter).
+Belonging GameTheyBelongTo(const std::vector<std::string>& named, const PlaceGame& game, const SteamAccount& place,
+                           const std::vector<SteamAccount>& places);
 
 // Done when no link stands at `path` or on the way to it below `contentFolder` (which ends with
 // '/'); failed for a link there (Own::link: nothing of ours lies behind it), or with the

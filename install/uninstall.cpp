@@ -117,6 +117,38 @@ bool FolderRemains(const std::string& folder, const std::vector<std::string>& re
     return remains;
 }
 
+// The files the record says an install wrote, and those of this program's own set, each handed to
+// `removeIfOurs` with what tells whether it still holds our bytes.
+void RemoveOursByBytes(const BackupRead& read, const GameProfile& game, const SteamAccount& place,
+                       const std::function<void(const std::string&, const std::function<Sameness(std::uint64_t, sys::Reason&)>&)>&
+                           removeIfOurs)
+{
+    const std::string& gameFolder = place.*game.gameFolder;
+    const std::string& contentFolder = place.*game.contentFolder;
+    const std::string contentPath = contentFolder.substr(0, contentFolder.size() - 1);
+    for (const auto& [key, versions] : read.record.files) {
+        const std::string path = gameFolder + "/" + read.record.fileNames.at(key);
+        if (IsRemovableLine(path, gameFolder, contentFolder) && IsBelow(path, contentPath))
+            removeIfOurs(path, [&, &versions = versions](std::uint64_t size, sys::Reason& why) {
+                if (std::none_of(versions.begin(), versions.end(), [&](const WrittenBytes& v) { return v.size == size; }))
+                    return Sameness::differs;
+                WrittenBytes bytes;
+                const sys::Status hashed = BytesOfFile(path, bytes);
+                why = hashed.Why();
+                return !hashed ? Sameness::unreadable
+                       : std::find(versions.begin(), versions.end(), bytes) != versions.end() ? Sameness::same
+                                                                                               : Sameness::differs;
+            });
+    }
+    WalkRecords(game.payload->start, game.payload->length, 0, [&](const ContainerRecord& record) {
+        const std::string path = contentFolder + record.name;
+        removeIfOurs(path, [&](std::uint64_t size, sys::Reason& why) {
+            return size != record.size ? Sameness::differs : CompareFile(path, record.data, record.size, why);
+        });
+        return true;
+    });
+}
+
 // What remains of ours after the removal.
 struct Remaining {
     std::vector<std::string> lines;  // removal lines naming what is still there: the list named just these replaces the old one
@@ -188,30 +220,9 @@ Remaining RemoveOurs(const BackupRead& read, const GameProfile& game, const Stea
     if (!read.archiveRead) {
         remaining.ours = true;
         first.NoteFirst(BackupFilesOf(game, place).archive, read.archiveRead.Why());
-        return remaining;
+    } else {
+        RemoveOursByBytes(read, game, place, removeIfOurs);
     }
-    const std::string contentPath = contentFolder.substr(0, contentFolder.size() - 1);
-    for (const auto& [key, versions] : read.record.files) {
-        const std::string path = gameFolder + "/" + read.record.fileNames.at(key);
-        if (IsRemovableLine(path, gameFolder, contentFolder) && IsBelow(path, contentPath))
-            removeIfOurs(path, [&, &versions = versions](std::uint64_t size, sys::Reason& why) {
-                if (std::none_of(versions.begin(), versions.end(), [&](const WrittenBytes& v) { return v.size == size; }))
-                    return Sameness::differs;
-                WrittenBytes bytes;
-                const sys::Status hashed = BytesOfFile(path, bytes);
-                why = hashed.Why();
-                return !hashed ? Sameness::unreadable
-                       : std::find(versions.begin(), versions.end(), bytes) != versions.end() ? Sameness::same
-                                                                                               : Sameness::differs;
-            });
-    }
-    WalkRecords(game.payload->start, game.payload->length, 0, [&](const ContainerRecord& record) {
-        const std::string path = contentFolder + record.name;
-        removeIfOurs(path, [&](std::uint64_t size, sys::Reason& why) {
-            return size != record.size ? Sameness::differs : CompareFile(path, record.data, record.size, why);
-        });
-        return true;
-    });
     for (const auto& [key, relative] : read.record.folders) {
         const std::string path = gameFolder + "/" + relative;
         if (!IsRemovableLine(path, gameFolder, contentFolder) || !handled.insert(sys::NameKey(path)).second)
@@ -347,19 +358,22 @@ UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, c
         }
     }
 
+    // Backup files that cannot be read whole do not say where they belong, nor all that is ours:
+    // nothing changes until they can be.
     const BackupRead read = ReadBackupFiles(backup, game, place);
-    // Backup files copied here from the game at another place would put that player's files over
-    // this one's, and take this one's for ours.
-    const std::string elsewhere = GameTheyBelongTo(read.namedGames, game, place, places);
-    if (!elsewhere.empty()) {
-        first = {elsewhere, {}};
-        outcome.elsewhere = true;
+    if (!read.listRead || !read.recordRead) {
+        first = !read.listRead ? sys::Failure{backup.removalList, read.listRead.Why()}
+                               : sys::Failure{backup.record, read.recordRead.Why()};
         return nothingChanged();
     }
-    if (!read.listRead)
-        first.NoteFirst(backup.removalList, read.listRead.Why());
-    if (!read.recordRead)
-        first.NoteFirst(backup.record, read.recordRead.Why());
+    // Backup files copied here from the game at another place would put that player's files over
+    // this one's, and take this one's for ours.
+    const Belonging belonging = GameTheyBelongTo(read.namedGames, game, place, places);
+    if (!belonging.elsewhere.empty() || belonging.unknown.Failed()) {
+        outcome.elsewhere = !belonging.elsewhere.empty();
+        first = outcome.elsewhere ? sys::Failure{belonging.elsewhere, {}} : belonging.unknown;
+        return nothingChanged();
+    }
 
     // A rewrite of the removal list an earlier uninstall did not finish: its draft is ours.
     if (sys::LookUp(backup.draft).kind == sys::EntryKind::file)
@@ -368,14 +382,14 @@ UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, c
     const Remaining remaining = RemoveOurs(read, game, place, log, first);
     const bool restored = RestoreArchive(backup.archive, place.*game.contentFolder, log, first);
 
-    outcome.backupKept = !read.listRead || !read.recordRead || !remaining.lines.empty() || remaining.ours || !restored;
+    outcome.backupKept = !remaining.lines.empty() || remaining.ours || !restored;
     if (!outcome.backupKept) {
         // The archive goes last: left alone, it still offers the uninstall, which finishes the
         // job; a removal list or record left alone would not be offered.
         for (const std::string& file : {backup.removalList, backup.record, backup.archive})
             if (!outcome.backupKept && !Removed(file, first))
                 outcome.backupKept = true;
-    } else if (read.listRead && read.listExists) {
+    } else if (read.listExists) {
         // A list naming just what remains, in the old one's place; the old one stays when that fails.
         ReplaceThroughDraft(backup.removalList, backup.draft,
                             [&](OutputFile& draft) { return draft.Append(RemovalLines(remaining.lines)); });

@@ -5,8 +5,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <execinfo.h>
-#include <cstdio>
 
 #include <algorithm>
 #include <cerrno>
@@ -93,7 +91,6 @@ bool Faulty()
 {
     faults::Plan& plan = faults::ThePlan();
     ++plan.calls;
-    if (std::getenv("TRACE_CALLS")) { void* f[3]; int n = backtrace(f, 3); char** s = backtrace_symbols(f, n); fprintf(stderr, "call %llu: %s\n", (unsigned long long)plan.calls, n > 2 ? s[2] : "?"); free(s); }
     if (plan.calls == plan.alsoNth) {
         errno = EIO;
         return true;

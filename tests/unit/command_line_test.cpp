@@ -4,12 +4,14 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 
 #ifndef _WIN32
 #include <sys/utsname.h>
 #endif
 
 #include "command_line.h"
+#include "fault_injection.h"
 #include "game_profile.h"
 #include "run_command.h"
 #include "steam_layouts.h"
@@ -170,6 +172,43 @@ TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
     EXPECT_EQ(Ask({"/verify", "cs16"}).status, 4);
 }
 
+TEST(CommandLine, AFileThatCannotBeReadIsNamedWithTheReasonNotCalledChanged)
+{
+    RegisteredSteam steam;
+    const SteamAccount place = AccountFolderEntry(steam.Apps(), "player");
+    WriteFile(place.cs16Content + "config.cfg", "player's config");
+    ASSERT_EQ(Ask({"/install", "cs16"}).status, 0);
+    const std::string config = place.cs16Content + "config.cfg";
+    const std::string unreadable = "unreadable\t" + config + "\t";
+#ifdef _WIN32
+    // Another program holds it open, letting nobody in.
+    LockedFile held(config);
+    ASSERT_TRUE(held.Locked());
+    const std::string reason = "Sharing violation.\n";
+    const CommandResult verified = Ask({"/verify", "cs16"});
+    const CommandResult installed = Ask({"/install", "cs16"});
+#else
+    // Its read fails (the call after the opening of the file at the set's fourth place).
+    const std::string reason = "Input/output error\n";
+    const auto failingRead = [&](const Args& args) {
+        for (std::uint64_t nth = 1; nth < 200; ++nth) {
+            sys::faults::Arm(nth, sys::faults::Mode::fail);
+            const CommandResult result = Ask(args);
+            sys::faults::Arm(0, sys::faults::Mode::fail);
+            if (result.out.find(unreadable) != std::string::npos || result.err.find(unreadable) != std::string::npos)
+                return result;
+        }
+        return CommandResult{};
+    };
+    const CommandResult verified = failingRead({"/verify", "cs16"});
+    const CommandResult installed = failingRead({"/install", "cs16"});
+#endif
+    EXPECT_EQ(verified.status, 9);
+    EXPECT_EQ(verified.out, unreadable + reason);
+    EXPECT_EQ(installed.status, 4);
+    EXPECT_NE((installed.out + installed.err).find(unreadable + reason), std::string::npos) << installed.out + installed.err;
+}
+
 TEST(CommandLine, AnInstallThatStopsIs6AndAnUninstallThatKeepsItsBackupsIs7)
 {
     // The system's own words for a folder where a file must be.
@@ -203,25 +242,90 @@ TEST(CommandLine, AnInstallThatStopsIs6AndAnUninstallThatKeepsItsBackupsIs7)
                         "uninstall again.\n" + place.cs16Content + "config.cfg\n" + folderInTheWay + "\n");
 }
 
-TEST(CommandLine, ALogAmongTheGamesFilesOrTheBackupFilesIsRefusedBeforeAnythingIsWritten)
+// The folder the tests run in, for a while.
+class InFolder {
+public:
+    explicit InFolder(const std::string& folder) : was(std::filesystem::current_path())
+    {
+        std::filesystem::current_path(std::filesystem::u8path(folder));
+    }
+    ~InFolder() { std::filesystem::current_path(was); }
+
+private:
+    std::filesystem::path was;
+};
+
+TEST(CommandLine, ALogIsRefusedByWhatTheSystemFindsNotBySpelling)
 {
+    // An installed place: both games, backup files, a player's config, and a folder beside Steam.
     RegisteredSteam steam;
     const SteamAccount place = AccountFolderEntry(steam.Apps(), "player");
     WriteFile(place.cs16Content + "config.cfg", "player's config");
     WriteFile(place.cssContent + "cfg/config.cfg", "player's config");
+    ASSERT_EQ(Ask({"/install", "cs16"}).status, 0);
+    TempFolder elsewhere;
+    const std::string e = elsewhere.Path();
     const Tree before = Snapshot(steam.Apps());
-    for (const std::string& log : {place.cs16Content + "config.cfg", place.cssGame + "/new.log",
-                                   place.folder + "/cssludax.bak", place.folder + "/cs16ludax_1.bak.new",
-                                   place.cs16Game + "/./cstrike/../x.log"}) {
-        const CommandResult refused = Ask({"/install", "cs16", "/log", log});
-        EXPECT_EQ(refused.status, 1) << log;
-        EXPECT_EQ(refused.err, "The log " + log +
-                                   " would be written among a game's files or into the backup files: name a file "
-                                   "elsewhere.\n");
+
+    std::vector<std::string> refused = {
+        place.cs16Content + "config.cfg", place.cssGame + "/new.log", place.folder + "/cssludax.bak",
+        place.folder + "/cs16ludax_1.bak.new", place.folder + "/cs16ludax_2.bak", place.cs16Game + "/./cstrike/../x.log",
+        e + "/game/x.log",     // a link to the game's folder
+        e + "/archive.log",    // a link to the archive
+        e + "/list.log",       // a second name (hard link) of the removal list
+    };
+    ASSERT_TRUE(MakeLink(place.cs16Game, e + "/game"));
+    ASSERT_TRUE(MakeLink(place.folder + "/cs16ludax.bak", e + "/archive.log"));
+    std::filesystem::create_hard_link(std::filesystem::u8path(place.folder + "/cs16ludax_1.bak"),
+                                      std::filesystem::u8path(e + "/list.log"));
+#ifdef _WIN32
+    // Another drive for the same folder, the 8.3 short names, and the "\\?\" and "\\.\" forms.
+    ASSERT_TRUE(MapDrive("M", steam.Apps()));
+    for (const std::string& file : {place.folder + "/cs16ludax.bak", place.folder + "/cs16ludax_1.bak",
+                                    place.cs16Content + "config.cfg"}) {
+        const std::string shortName = ShortPath(file);
+        ASSERT_FALSE(shortName.empty()) << file;
+        refused.push_back(shortName);
     }
-    EXPECT_EQ(Snapshot(steam.Apps()), before);
+    refused.insert(refused.end(), {place.folder + "/CSSLUDAX_2.BAK", "M:\\player\\cs16ludax.bak", "M:\\player\\counter-strike\\cstrike\\m.log",
+                                   "\\\\?\\" + Backslashed(place.folder + "/cs16ludax.bak"),
+                                   "\\\\.\\" + Backslashed(place.folder + "/cs16ludax_1.bak")});
+#endif
+    for (const std::string& log : refused) {
+        const CommandResult result = Ask({"/verify", "cs16", "/log", log});
+        EXPECT_EQ(result.status, 1) << log;
+        EXPECT_EQ(result.err, "The log " + log +
+                                  " would be written among a game's files or into the backup files: name a file "
+                                  "elsewhere.\n");
+    }
+    {
+        // Relative: a log from inside the game's folder, and Steam named relative to where the
+        // script runs (the registry's Steam too).
+        InFolder inGame(place.cs16Content);
+        EXPECT_EQ(Ask({"/verify", "cs16", "/log", "x.log"}).status, 1);
+        InFolder beside(steam.Apps() + "..");
+        EXPECT_EQ(Ask({"/verify", "cs16", "/steam", ".", "/log", place.cs16Content + "x.log"}).status, 1);
+        EXPECT_EQ(Ask({"/verify", "cs16", "/steam", elsewhere.Path(), "/log", place.cs16Content + "x.log"}).status, 1);
+    }
+#ifdef _WIN32
+    EXPECT_TRUE(MapDrive("M", ""));
+#endif
+    EXPECT_TRUE(Snapshot(steam.Apps()) == before) << "a log was written among the games' files";
+
+    // A file that is not this program's log is nobody's to add to; an empty one, or a log this
+    // program began, is.
+    WriteFile(e + "/notes.txt", "my notes\r\n");
+    const CommandResult notALog = Ask({"/verify", "cs16", "/log", e + "/notes.txt"});
+    EXPECT_EQ(notALog.status, 1);
+    EXPECT_EQ(notALog.err, "The log " + e + "/notes.txt is not a log of this program: name a new file, or a log this "
+                                            "program wrote.\n");
+    EXPECT_EQ(ReadFile(e + "/notes.txt"), "my notes\r\n");
+    WriteFile(e + "/empty.log", "");
+    for (int run = 0; run < 2; ++run)
+        EXPECT_EQ(Ask({"/verify", "cs16", "/log", e + "/empty.log"}).status, 0);
+    EXPECT_EQ(LogFields(ReadFile(e + "/empty.log")).size(), 4u);
     // Beside the game's folder, and a name that only starts like a backup file's: a log.
-    EXPECT_EQ(Ask({"/install", "cs16", "/log", place.folder + "/cs16ludax.bak.log"}).status, 0);
+    EXPECT_EQ(Ask({"/verify", "cs16", "/log", place.folder + "/cs16ludax.bak.log"}).status, 0);
     EXPECT_TRUE(Exists(place.folder + "/cs16ludax.bak.log"));
 }
 

@@ -70,18 +70,49 @@ struct Elsewhere {
     std::string Path(const std::string& name) const { return folder.Path() + "/" + name; }
 };
 
+// Where an operation runs, and every place discovery finds beside it.
+struct Placed {
+    SteamAccount place;
+    std::vector<SteamAccount> places;
+};
+
 // The world a scene lives in: what the install sees, and what the uninstall sees after `change`
 // (the place as the program finds it then), until `putBack`.
 struct World {
     const char* what;
     InstallScene::Layout layout;
     std::function<void(InstallScene&, Elsewhere&)> prepare;
-    std::function<SteamAccount(InstallScene&, Elsewhere&)> change;
+    std::function<Placed(InstallScene&, Elsewhere&)> change;
     std::function<void(InstallScene&, Elsewhere&)> putBack;
 };
 
 const auto nothing = [](InstallScene&, Elsewhere&) {};
-const auto same = [](InstallScene& scene, Elsewhere&) { return scene.account; };
+const auto same = [](InstallScene& scene, Elsewhere&) { return Placed{scene.account, {scene.account}}; };
+
+// A change of the world that damages a backup file the install wrote, and leaves it so.
+World Damaged(const char* what, const char* backup, const std::function<std::string(const std::string&)>& damage)
+{
+    return {what, InstallScene::Layout::account, nothing,
+            [=](InstallScene& scene, Elsewhere&) {
+                const std::string path = scene.accountFolder + "/" + backup;
+                const std::string damaged = damage(ReadFile(path));
+                damaged == "<deleted>" ? RemovePath(path) : WriteFile(path, damaged);
+                return Placed{scene.account, {scene.account}};
+            },
+            nothing};
+}
+
+std::string Utf16(const std::string& ascii)
+{
+    std::string wide = "\xFF\xFE";
+    for (char c : ascii)
+        wide += std::string(1, c) + '\0';
+    return wide;
+}
+
+// A second library beside the scene's, with its own player's files, into which someone copies the
+// scene's backup files: the operation runs there.
+const char* const copies[] = {"/cs16ludax.bak", "/cs16ludax_1.bak", "/cs16ludax_2.bak"};
 
 // What the player owns: the Steam folder, and where the game lives when a link leads to it.
 Tree Everything(const InstallScene& scene, const Elsewhere& elsewhere)
@@ -96,10 +127,18 @@ Tree Everything(const InstallScene& scene, const Elsewhere& elsewhere)
 
 const World unchanged{"", InstallScene::Layout::account, nothing, same, nothing};
 
+SteamAccount SecondLibrary(Elsewhere& elsewhere)
+{
+    SteamAccount second = LibraryEntry(elsewhere.Path("library"));
+    second.hasCs16 = true;
+    return second;
+}
+
 const std::vector<World> worlds = {
     {"SteamPath spelled anew", InstallScene::Layout::account, nothing,
      [](InstallScene& scene, Elsewhere&) {
-         return AccountFolderEntry(SpelledAnew(scene.steam.Path()) + "/steamapps/", "player");
+         const SteamAccount place = AccountFolderEntry(SpelledAnew(scene.steam.Path()) + "/steamapps/", "player");
+         return Placed{place, {place}};
      },
      nothing},
     {"the library renamed, and libraryfolders.vdf with it", InstallScene::Layout::library, nothing,
@@ -109,13 +148,13 @@ const std::vector<World> worlds = {
          TempFolder steam;  // the Steam folder that lists the library
          WriteFile(steam.Path() + "/steamapps/libraryfolders.vdf", LibraryList({renamed}));
          const std::vector<SteamAccount> places = FindGames(steam.Path() + "/steamapps/").places;
-         return places.empty() ? SteamAccount() : places.front();
+         return Placed{places.empty() ? SteamAccount() : places.front(), places};
      },
      [](InstallScene& scene, Elsewhere&) { std::filesystem::rename(scene.steam.Path() + "-renamed", scene.steam.Path()); }},
     {"the game's folder moved away", InstallScene::Layout::account, nothing,
      [](InstallScene& scene, Elsewhere& elsewhere) {
          std::filesystem::rename(scene.account.cs16Game, elsewhere.Path("parked"));
-         return scene.account;
+         return Placed{scene.account, {scene.account}};
      },
      [](InstallScene& scene, Elsewhere& elsewhere) { std::filesystem::rename(elsewhere.Path("parked"), scene.account.cs16Game); }},
     {"the target of the link to the game removed", InstallScene::Layout::account,
@@ -125,18 +164,40 @@ const std::vector<World> worlds = {
      },
      [](InstallScene& scene, Elsewhere& elsewhere) {
          std::filesystem::rename(elsewhere.Path("game"), elsewhere.Path("parked"));
-         return scene.account;
+         return Placed{scene.account, {scene.account}};
      },
      [](InstallScene&, Elsewhere& elsewhere) { std::filesystem::rename(elsewhere.Path("parked"), elsewhere.Path("game")); }},
     {"a folder of ours swapped for a link", InstallScene::Layout::account, nothing,
      [](InstallScene& scene, Elsewhere& elsewhere) {
          std::filesystem::rename(scene.content + "resource", elsewhere.Path("resource"));
          std::filesystem::create_directory_symlink(elsewhere.Path("resource"), scene.content + "resource");
-         return scene.account;
+         return Placed{scene.account, {scene.account}};
      },
      [](InstallScene& scene, Elsewhere& elsewhere) {
          std::filesystem::remove(scene.content + "resource");
          std::filesystem::rename(elsewhere.Path("resource"), scene.content + "resource");
+     }},
+    Damaged("the removal list saved as UTF-16", "cs16ludax_1.bak", Utf16),
+    Damaged("an empty line atop the removal list", "cs16ludax_1.bak", [](const std::string& list) { return "\r\n" + list; }),
+    Damaged("the removal list deleted", "cs16ludax_1.bak", [](const std::string&) { return std::string("<deleted>"); }),
+    Damaged("the record deleted", "cs16ludax_2.bak", [](const std::string&) { return std::string("<deleted>"); }),
+    Damaged("the record cut in its second line", "cs16ludax_2.bak",
+            [](const std::string& record) { return record.substr(0, record.find('\n') + 9); }),
+    {"the backup files copied to the game at another place", InstallScene::Layout::library,
+     [](InstallScene&, Elsewhere& elsewhere) {
+         const SteamAccount second = SecondLibrary(elsewhere);
+         WriteFile(second.cs16Content + "a.txt", "the second player's a.txt");
+         WriteFile(second.cs16Content + "cfg/config.cfg", "the second player's config");
+     },
+     [](InstallScene& scene, Elsewhere& elsewhere) {
+         const SteamAccount second = SecondLibrary(elsewhere);
+         for (const char* backup : copies)
+             WriteFile(second.folder + backup, ReadFile(scene.accountFolder + backup));
+         return Placed{second, {scene.account, second}};
+     },
+     [](InstallScene&, Elsewhere& elsewhere) {
+         for (const char* backup : copies)
+             RemovePath(SecondLibrary(elsewhere).folder + backup);
      }},
 };
 
@@ -144,14 +205,14 @@ const std::vector<World> worlds = {
 // do and why (nothing when it says it finished), and `keeps` tells whether what "finished"
 // promises holds, once the world is back.
 struct Operation {
-    std::function<sys::Failure(InstallScene&, SteamAccount&)> run;
+    std::function<sys::Failure(InstallScene&, SteamAccount&, const std::vector<SteamAccount>&)> run;
     std::function<bool(InstallScene&, const Tree& before, const Tree& now)> keeps;
 };
 
 // "Installed" promises every file of the set as shipped.
 const Operation install{
-    [](InstallScene& scene, SteamAccount& place) {
-        const InstallOutcome outcome = InstallConfig(scene.profile, place);
+    [](InstallScene& scene, SteamAccount& place, const std::vector<SteamAccount>& places) {
+        const InstallOutcome outcome = InstallConfig(scene.profile, place, {}, places);
         return outcome.result == InstallOutcome::Result::installed ? sys::Failure()
                                                                    : sys::Failure{outcome.path, outcome.reason};
     },
@@ -159,8 +220,8 @@ const Operation install{
 
 // "Uninstalled" promises everything as it was before the first install; "kept" names why.
 const Operation uninstall{
-    [](InstallScene& scene, SteamAccount& place) {
-        const UninstallOutcome outcome = UninstallConfig(scene.profile, place);
+    [](InstallScene& scene, SteamAccount& place, const std::vector<SteamAccount>& places) {
+        const UninstallOutcome outcome = UninstallConfig(scene.profile, place, {}, places);
         EXPECT_EQ(outcome.backupKept, outcome.firstFailure.Failed());
         return outcome.firstFailure;
     },
@@ -211,9 +272,9 @@ void RunOnce(const char* what, const World& world, const std::function<void(Inst
     PlayersGame(scene);
     const Tree before = Everything(scene, elsewhere);
     setUp(scene);
-    SteamAccount place = world.change(scene, elsewhere);
+    Placed placed = world.change(scene, elsewhere);
     sys::Failure failure{"<did not run>", {}};
-    Inject(fault, [&] { failure = operation.run(scene, place); });
+    Inject(fault, [&] { failure = operation.run(scene, placed.place, placed.places); });
     world.putBack(scene, elsewhere);
     if (fault.mode == Mode::fail || fault.mode == Mode::partialWrite) {
         if (failure.Failed()) {
@@ -242,9 +303,9 @@ std::uint64_t CallsOf(const World& world, const std::function<void(InstallScene&
     world.prepare(scene, elsewhere);
     PlayersGame(scene);
     setUp(scene);
-    SteamAccount place = world.change(scene, elsewhere);
+    Placed placed = world.change(scene, elsewhere);
     sys::faults::Arm(0, Mode::fail);
-    operation.run(scene, place);
+    operation.run(scene, placed.place, placed.places);
     const std::uint64_t calls = sys::faults::Calls();
     world.putBack(scene, elsewhere);
     return calls;
@@ -307,6 +368,10 @@ TEST(FaultInjection, TheWorldChangedBetweenInstallAndUninstallCostsNothing)
             for (std::uint64_t nth = 0; nth <= count; ++nth)  // 0: no fault at all
                 RunOnce("uninstall", world, installed, uninstall, {mode, nth}, false, tally);
     }
+    // Where the backup files were copied, an install changes nothing either.
+    const World& copied = worlds.back();
+    for (std::uint64_t nth = 0; nth <= CallsOf(copied, installed, install); ++nth)
+        RunOnce("install", copied, installed, install, {Mode::fail, nth}, false, tally);
     tally.Print("the world changed between install and uninstall: " + std::to_string(worlds.size()) + " changes");
 }
 

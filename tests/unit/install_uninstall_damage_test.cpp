@@ -1,12 +1,106 @@
-// The uninstall over backup files it cannot fully trust: removal lines it passes over, an
-// archive of gigabytes, paths far past Windows' old limit. (What it keeps when a call fails:
-// install_faults_test.cpp.)
+// The uninstall over backup files it cannot fully trust: removal lines it passes over, a removal
+// list or record damaged or lost, an archive of gigabytes, paths far past Windows' old limit.
+// (What it keeps when a call fails: install_faults_test.cpp.)
 #include <gtest/gtest.h>
+
+#include <functional>
 
 #include "install_scene.h"
 #include "system.h"
 
 namespace {
+
+// A list as another program might leave it: saved as UTF-16 (little-endian, with its mark).
+std::string AsUtf16(const std::string& ascii)
+{
+    std::string wide = "\xFF\xFE";
+    for (char c : ascii)
+        wide += std::string(1, c) + '\0';
+    return wide;
+}
+
+TEST(UninstallKnowsItsOwnFiles, WhateverBecameOfTheRemovalListOrTheRecord)
+{
+    // Each damage, to the removal list or the record: the uninstall still takes away everything
+    // of ours, puts the player's files back, and says so only then.
+    const std::string log = "2026-11-25T08:14:03Z\tbacked up\t";
+    const struct {
+        const char* what;
+        bool record;  // damages the record, else the removal list
+        std::function<std::string(const std::string&)> damage;  // the file's bytes -> its bytes now
+    } cases[] = {
+        {"an empty line at its top", false, [](const std::string& list) { return "\r\n" + list; }},
+        {"CR-only line ends",
+         false,
+         [](std::string list) {
+             for (std::size_t at; (at = list.find("\r\n")) != std::string::npos;)
+                 list.erase(at + 1, 1);
+             return list;
+         }},
+        {"saved as UTF-16", false, [](const std::string& list) { return AsUtf16(list); }},
+        {"cut in its first line", false, [](const std::string& list) { return list.substr(0, 20); }},
+        {"emptied", false, [](const std::string&) { return std::string(); }},
+        {"deleted", false, [](const std::string&) { return std::string("<deleted>"); }},
+        {"a line of 45,000 segments before it", false,
+         [](const std::string& list) {
+             std::string deep = list.substr(0, list.find("cstrike/") + 8);
+             for (int i = 0; i < 45000; ++i)
+                 deep += "a/";
+             return deep + "x.cfg\r\n" + list;
+         }},
+        {"cut in its second line", true, [](const std::string& record) { return record.substr(0, record.find('\n') + 9); }},
+        {"deleted", true, [](const std::string&) { return std::string("<deleted>"); }},
+        {"saved as UTF-16", true, [](const std::string& record) { return AsUtf16(record); }},
+    };
+    for (const auto& c : cases) {
+        const std::string what = std::string(c.record ? "the record " : "the removal list ") + c.what;
+        InstallScene scene;  // records: cfg/ludax/binds.cfg, resource/background/x.tga, a.txt, cfg/config.cfg
+        WriteFile(scene.content + "a.txt", "the player's a.txt");
+        WriteFile(scene.content + "cfg/own.cfg", "the player's own");
+        const Tree before = Snapshot(scene.steam.Path());
+        ASSERT_EQ(scene.Install().result, InstallOutcome::Result::installed) << what;
+        const std::string path = c.record ? scene.accountFolder + "/cs16ludax_2.bak" : scene.removalListPath;
+        const std::string damaged = c.damage(ReadFile(path));
+        if (damaged == "<deleted>")
+            RemovePath(path);
+        else
+            WriteFile(path, damaged);
+        EXPECT_FALSE(scene.Uninstall().backupKept) << what;
+        EXPECT_EQ(Snapshot(scene.steam.Path()), before) << what;
+    }
+
+    // A log's lines in the list (a /log that landed there): none of them is a path, so none
+    // deletes the player's file it names.
+    InstallScene scene;
+    WriteFile(scene.content + "cfg/own.cfg", "the player's own");
+    const Tree before = Snapshot(scene.steam.Path());
+    ASSERT_EQ(scene.Install().result, InstallOutcome::Result::installed);
+    WriteFile(scene.removalListPath, ReadFile(scene.removalListPath) + log + scene.content + "cfg/own.cfg\r\n" +
+                                         "2026-11-25T08:14:04Z\tended\t0\t" + scene.content + "cfg/own.cfg\r\n");
+    EXPECT_FALSE(scene.Uninstall().backupKept);
+    EXPECT_EQ(Snapshot(scene.steam.Path()), before);
+}
+
+TEST(UninstallKnowsItsOwnFiles, BackupFilesWithoutARecordAndWithoutTheirListLoseOnlyTheEmptyFoldersMade)
+{
+    // Backup files an earlier version wrote have no record: with the removal list gone too, a file
+    // holding exactly what this program ships still counts as ours, unless the archive puts the
+    // player's back; the folders that install made cannot be known any more.
+    InstallScene scene;
+    WriteFile(scene.content + "a.txt", "the player's a.txt");
+    WriteFile(scene.content + "cfg/config.cfg", "the player's config");
+    const Tree before = Snapshot(scene.steam.Path());
+    ASSERT_EQ(scene.Install().result, InstallOutcome::Result::installed);
+    RemovePath(scene.accountFolder + "/cs16ludax_2.bak");
+    RemovePath(scene.removalListPath);
+    WriteFile(scene.content + "cfg/ludax/binds.cfg", "the player changed ours");
+    EXPECT_FALSE(scene.Uninstall().backupKept);
+    Tree expected = before;
+    for (const char* folder : {"cfg/ludax", "resource", "resource/background"})
+        expected["steamapps/player/counter-strike/cstrike/" + std::string(folder)] = "<folder>";
+    expected["steamapps/player/counter-strike/cstrike/cfg/ludax/binds.cfg"] = "the player changed ours";
+    EXPECT_EQ(Snapshot(scene.steam.Path()), expected);
+}
 
 TEST(UninstallPassesOver, LinesAndRecordsNoInstallCouldHaveWritten)
 {

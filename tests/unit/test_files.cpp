@@ -264,6 +264,17 @@ bool MapDrive(const std::string& letter, const std::string& folder)
            Soon([&] { return GetFileAttributesA(drive.c_str()) != INVALID_FILE_ATTRIBUTES; });
 }
 
+std::string ShortPath(const std::string& path)
+{
+    const std::wstring wide = fs::u8path(path).wstring();
+    std::wstring shortPath(32768, L'\0');
+    const DWORD length = GetShortPathNameW(wide.c_str(), shortPath.data(), static_cast<DWORD>(shortPath.size()));
+    if (length == 0 || length >= shortPath.size())
+        return std::string();
+    shortPath.resize(length);
+    return fs::path(shortPath).u8string();
+}
+
 bool MakeLink(const std::string& target, const std::string& link)
 {
     const std::string unixTarget = UnixPathOf(target), unixLink = UnixPathOf(link);

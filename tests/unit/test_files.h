@@ -43,6 +43,10 @@ Tree Snapshot(const std::string& folder);
 bool MakeLink(const std::string& target, const std::string& link);
 
 #ifdef _WIN32
+// The 8.3 short form Windows gives the whole path of an existing file or folder ("C:\\STEAM~1\\...");
+// empty when it gives none.
+std::string ShortPath(const std::string& path);
+
 // Wine only: the drive `letter` ("M") leads to `folder` (a drive's letter in the prefix's
 // dosdevices, as Wine keeps them), or to nothing with an empty folder. False when it could not.
 bool MapDrive(const std::string& letter, const std::string& folder);

@@ -73,6 +73,28 @@ TEST(RemovalLines, NameWhatTheyNamedWhereverTheFoldersAboveTheGameAreNow)
         {library, cs16AtPlace, "N:/SteamLibrary/steamapps/common/Portal 2/portal2/SAVE/quick.sav", ""},
         {library, cs16AtPlace, "N:/SteamLibrary/steamapps/common/Half-Life/cstrike/../../Portal 2/quick.sav", ""},
         {up, cs16AtPlace, "C:/S/steamapps/../config/loginusers.vdf", ""},
+        // Only an absolute path acts: a drive, a share, their "\\?\" forms, either separator; no
+        // control character (a log's tab, a UTF-16 zero byte) and nothing Windows refuses.
+        {account, cs16AtPlace, "\\\\?\\C:\\Games\\Steam\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", cs16 + "/cstrike/a.cfg"},
+        {account, cs16AtPlace, "\\\\?\\unc\\lan\\games\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", cs16 + "/cstrike/a.cfg"},
+        {account, cs16AtPlace, "//lan/games/steamapps/player/counter-strike/cstrike/a.cfg", cs16 + "/cstrike/a.cfg"},
+        {account, cs16AtPlace, "2026-11-25T08:14:03Z\tbacked up\tC:\\Games\\Steam\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
+        {account, cs16AtPlace, "C:\\Games\\Steam\\steamapps\\player\\counter-strike\\cstrike\\a.cfg\tbacked up", ""},
+        {account, cs16AtPlace, std::string("C\0:\0/steamapps/player/counter-strike/cstrike/a.cfg", 50), ""},
+        {account, cs16AtPlace, "Games/Steam/steamapps/player/counter-strike/cstrike/a.cfg", ""},
+        {account, cs16AtPlace, "C:Games\\Steam\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
+        {account, cs16AtPlace, "\\\\.\\C:\\Games\\Steam\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
+        {account, cs16AtPlace, "\\\\\\lan\\games\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
+        {account, cs16AtPlace, "\\\\lan\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", cs16 + "/cstrike/a.cfg"},
+        {account, cs16AtPlace, "C:\\Ga|mes\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
+        {account, cs16AtPlace, "C:\\\"Games\"\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
+        {account, cs16AtPlace, "C:\\Games:x\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
+        {account, cs16AtPlace, "C:\\Games*\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
+#ifdef _WIN32
+        {account, cs16AtPlace, "/Games/Steam/steamapps/player/counter-strike/cstrike/a.cfg", ""},  // the drive's root
+#else
+        {account, cs16AtPlace, "/Games/Steam/steamapps/player/counter-strike/cstrike/a.cfg", cs16 + "/cstrike/a.cfg"},
+#endif
         // Folders above Steam's that look like a game's: the place that names something wins;
         // a line naming more than eight such places is no install's, and costs little.
         {account, cs16AtPlace, "D:/steamapps/old/counter-strike/Steam/steamapps/player/counter-strike/cstrike/a.cfg",
@@ -142,6 +164,40 @@ TEST(WorldMoves, TheGameAwayKeepsEverythingUntilItIsBack)
         EXPECT_FALSE(scene.Uninstall().backupKept) << c.what;
         EXPECT_EQ(Snapshot(scene.steam.Path()), before) << c.what;
     }
+}
+
+TEST(WorldMoves, BackupFilesCopiedToTheGameAtAnotherPlaceChangeNothingThere)
+{
+    // A player's library, installed; another library on the PC with its own player's files, into
+    // which someone copied the first one's backup files (a folder copied, a disk image restored).
+    InstallScene scene(testPayload, InstallScene::Layout::library);
+    WriteFile(scene.content + "a.txt", "the first player's a.txt");
+    ASSERT_EQ(scene.Install().result, InstallOutcome::Result::installed);
+    TempFolder second;
+    SteamAccount other = LibraryEntry(second.Path());
+    WriteFile(other.cs16Content + "a.txt", "the second player's a.txt");
+    WriteFile(other.cs16Content + "cfg/ludax/binds.cfg", "the second player's binds");
+    for (const char* backup : {"/cs16ludax.bak", "/cs16ludax_1.bak", "/cs16ludax_2.bak"})
+        WriteFile(other.folder + backup, ReadFile(scene.accountFolder + backup));
+    other.hasCs16 = other.hasCs16Backup = true;
+    const std::vector<SteamAccount> places{scene.account, other};
+    const Tree copied = Snapshot(second.Path());
+
+    const UninstallOutcome outcome = UninstallConfig(scene.profile, other, {}, places);
+    EXPECT_TRUE(outcome.elsewhere);
+    EXPECT_TRUE(outcome.backupKept);
+    EXPECT_EQ(outcome.firstFailure.path, scene.account.cs16Game);
+    const InstallOutcome install = InstallConfig(scene.profile, other, {}, places);
+    EXPECT_EQ(install.result, InstallOutcome::Result::elsewhere);
+    EXPECT_EQ(install.path, scene.account.cs16Game);
+    EXPECT_EQ(Snapshot(second.Path()), copied) << "the second library changed";
+
+    // Where they belong, they undo the install; the copies are the player's to delete.
+    EXPECT_FALSE(UninstallConfig(scene.profile, scene.account, {}, places).backupKept);
+    EXPECT_EQ(ReadFile(scene.content + "a.txt"), "the first player's a.txt");
+    // Where discovery does not find the first library (its drive not there, say), the game moved:
+    // the backup files undo it where they lie.
+    EXPECT_FALSE(UninstallConfig(scene.profile, other, {}, {other}).elsewhere);
 }
 
 #ifndef _WIN32
