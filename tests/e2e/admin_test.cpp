@@ -229,3 +229,25 @@ TEST(Admin, TheUsageStartedFromExplorerWithNoConsoleShowsInABox)
     EXPECT_TRUE(PressButton(box, IDOK));
     EXPECT_EQ(started.WaitForExit(defaultTimeoutMs), std::optional<DWORD>(0));
 }
+
+TEST(Admin, ALogNamedByAnotherNameOfABackupFileIsRefusedAndTheUninstallLosesNothing)
+{
+    // The log named by the 8.3 short name of the removal list, a second word after it: refused,
+    // and none of its lines may land in the list, where a path would become a deletion order.
+    SteamFolder steam;
+    steam.AddAccount("player", cs16Game);
+    steam.Register();
+    const std::string account = steam.Account("player"), notes = account + "/counter-strike/cstrike/player_notes.txt";
+    WriteFile(notes, "the player's notes");
+    ASSERT_EQ(RunLudaxCommand("/install cs16").status, 0u);
+    const std::string list = ReadFile(account + "/cs16ludax_1.bak");
+    for (const char* backup : {"/cs16ludax_1.bak", "/cs16ludax.bak", "/cs16ludax_2.bak"}) {
+        const std::string shortName = ShortPath(account + backup);
+        ASSERT_FALSE(shortName.empty()) << backup;
+        EXPECT_EQ(RunLudaxCommand("/log " + Quoted(shortName) + " " + Quoted(Backslashed(notes))).status, 1u) << backup;
+        EXPECT_EQ(RunLudaxCommand("/uninstall cs16 /place 1 /log " + Quoted(shortName)).status, 1u) << backup;
+    }
+    EXPECT_EQ(ReadFile(account + "/cs16ludax_1.bak"), list);
+    EXPECT_EQ(RunLudaxCommand("/uninstall cs16"), (CommandRun{0, "Counter Strike LUDAX config uninstalled!\r\n", ""}));
+    EXPECT_EQ(ReadFile(notes), "the player's notes");
+}

@@ -101,3 +101,34 @@ TEST(WorldMoves, TheGameAwayKeepsTheBackupUntilItIsBack)
         EXPECT_EQ(Snapshot(elsewhere.Path()), outside);
     }
 }
+
+TEST(WorldMoves, BackupFilesCopiedToTheGameInAnotherLibraryChangeNothingThere)
+{
+    // The first library is Steam's own folder; a second one holds a second player's game, into
+    // which someone copied the first one's backup files.
+    SteamFolder steam;
+    TempFolder disk;
+    const std::string first = steam.Path() + "/steamapps/common", second = disk.Path() + "/SteamLibrary/steamapps/common";
+    WriteFile(first + "/Half-Life/cstrike/config.cfg", "the first player's config");
+    WriteFile(second + "/Half-Life/cstrike/config.cfg", "the second player's config");
+    WriteFile(steam.Steamapps() + "libraryfolders.vdf", LibraryList({steam.Path(), disk.Path() + "/SteamLibrary"}));
+    steam.Register();
+    ASSERT_EQ(RunLudaxCommand("/install cs16 /place 1").status, 0u);
+    for (const char* backup : {"/cs16ludax.bak", "/cs16ludax_1.bak", "/cs16ludax_2.bak"})
+        WriteFile(second + backup, ReadFile(first + backup));
+    const auto copied = Snapshot(disk.Path());
+    const std::string belongs = "These backup files belong to the game at\n" + steam.Path() +
+                                "/steamapps/common/Half-Life\nNothing was changed.";
+
+    LudaxSession ludax;
+    ASSERT_NE(ludax.window, nullptr) << ludax.failure;
+    ChooseEntry(ludax.controls.chooser, 1);
+    EXPECT_EQ(ludax.Click(cs16Uninstall), (Box{"Hiba:", belongs, {IDOK}, BoxIcon::warning, ludax.window}));
+    ludax.Close();
+    EXPECT_EQ(RunLudaxCommand("/uninstall cs16 /place 2"),
+              (CommandRun{7, "", "These backup files belong to the game at\r\n" + steam.Path() +
+                                     "/steamapps/common/Half-Life\r\nNothing was changed.\r\n"}));
+    EXPECT_EQ(Snapshot(disk.Path()), copied);
+    EXPECT_EQ(RunLudaxCommand("/uninstall cs16 /place 1").status, 0u);
+    EXPECT_EQ(ReadFile(first + "/Half-Life/cstrike/config.cfg"), "the first player's config");
+}
