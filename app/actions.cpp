@@ -90,6 +90,8 @@ void Ludax::Uninstall(const GameActions& game)
         ShowMessage(texts::GameAway(outcome.firstFailure.path), texts::hibaColonCaption, MB_OK | MB_ICONWARNING);
     else if (outcome.elsewhere)
         ShowMessage(texts::BelongsElsewhere(outcome.firstFailure.path), texts::hibaColonCaption, MB_OK | MB_ICONWARNING);
+    else if (outcome.backupKept)
+        ShowMessage(texts::Uninstalled(game.texts, outcome), texts::hibaColonCaption, MB_OK | MB_ICONWARNING);
     else
         ShowMessage(texts::Uninstalled(game.texts, outcome), texts::messageCaption, MB_ICONINFORMATION);
 }

@@ -59,11 +59,12 @@ bool ParseCommandLine(const std::vector<std::string>& args, Command& command, st
         const bool valued = forAGame || word == "place" || word == "log" || word == "steam";
         if (valued && i + 1 == args.size())
             return fail(args[i] + " needs a value after it");
-        if (word == "?" || word == "list" || forAGame) {
+        if (word == "?" || word == "version" || word == "list" || forAGame) {
             if (named)
                 return fail("one command at a time: " + args[i]);
             named = true;
             command.kind = word == "?" ? Command::Kind::usage
+                         : word == "version" ? Command::Kind::version
                          : word == "list" ? Command::Kind::list
                          : word == "install" ? Command::Kind::install
                          : word == "uninstall" ? Command::Kind::uninstall
@@ -88,7 +89,8 @@ bool ParseCommandLine(const std::vector<std::string>& args, Command& command, st
         return fail("/place goes with /install, /uninstall or /verify");
     if (command.yes && command.kind != Command::Kind::install)
         return fail("/yes goes with /install");
-    if (command.kind == Command::Kind::usage && (!command.logPath.empty() || !command.steamFolder.empty()))
-        return fail("/? takes nothing else");
+    if ((command.kind == Command::Kind::usage || command.kind == Command::Kind::version) &&
+        (!command.logPath.empty() || !command.steamFolder.empty()))
+        return fail(std::string(command.kind == Command::Kind::usage ? "/?" : "/version") + " takes nothing else");
     return true;
 }

@@ -3,6 +3,7 @@
 // admin's script gives it.
 //   Ludax.exe [/steam DIR] [/log FILE]
 //   Ludax.exe /?
+//   Ludax.exe /version
 //   Ludax.exe /list [/steam DIR] [/log FILE]
 //   Ludax.exe /install cs16|css [/place N] [/yes] [/steam DIR] [/log FILE]
 //   Ludax.exe /uninstall cs16|css [/place N] [/steam DIR] [/log FILE]
@@ -15,7 +16,7 @@
 #include "game_profile.h"
 
 struct Command {
-    enum class Kind { window, usage, list, install, uninstall, verify };
+    enum class Kind { window, usage, version, list, install, uninstall, verify };
     Kind kind = Kind::window;
     const GameProfile* game = nullptr;  // install, uninstall and verify
     int place = 0;                      // the place /list numbers so, from 1; 0: none named

@@ -18,12 +18,22 @@ const char* State(const SteamAccount& place, const PlaceGame& game)
     return place.*game.installedFlag ? "installed" : place.*game.presentFlag ? "present" : "absent";
 }
 
+// A place as a command names it: its label, paths in Windows form.
+std::string Label(const SteamAccount& place) { return WindowsPath(texts::ChooserLabel(place)); }
+
+std::string Where(int number, const SteamAccount& place)
+{
+    SteamAccount shown = place;
+    shown.name = WindowsPath(place.name);
+    return texts::command::Place(number, shown);
+}
+
 std::string List(const std::vector<SteamAccount>& places)
 {
     std::string lines;
     for (std::size_t i = 0; i < places.size(); ++i)
-        lines += std::to_string(i + 1) + "\t" + texts::ChooserLabel(places[i]) + "\tcs16=" +
-                 State(places[i], cs16Profile) + "\tcss=" + State(places[i], cssProfile) + "\n";
+        lines += std::to_string(i + 1) + "\t" + Label(places[i]) + "\tcs16=" + State(places[i], cs16Profile) +
+                 "\tcss=" + State(places[i], cssProfile) + "\n";
     return lines;
 }
 
@@ -31,12 +41,14 @@ CommandResult Done(const std::string& out, const std::string& summary) { return 
 
 // The place a command acts on: the one it names, or the one that fits (the game's folder for an
 // install, its configuration for an uninstall or a verify). Nothing, with `refusal` set, when none
-// does.
+// does; an uninstall where the configuration is installed nowhere has nothing to do.
 SteamAccount* PlaceFor(const Command& command, std::vector<SteamAccount>& places, int& number, CommandResult& refusal)
 {
     const PlaceGame& game = *command.game;
     const texts::Game& named = texts::Of(game);
     const bool install = command.kind == Command::Kind::install;
+    const bool uninstall = command.kind == Command::Kind::uninstall;
+    const CommandResult nothingToUninstall = Done(texts::command::notInstalled, texts::summary::notInstalled);
     if (command.place != 0) {
         number = command.place;
         if (static_cast<std::size_t>(number) > places.size()) {
@@ -44,11 +56,12 @@ SteamAccount* PlaceFor(const Command& command, std::vector<SteamAccount>& places
             return nullptr;
         }
         SteamAccount& place = places[number - 1];
-        const std::string where = texts::command::Place(number, place);
+        const std::string where = Where(number, place);
         if (install && !(place.*game.presentFlag))
             refusal = ErrorResult(exitStatus::noSuchPlace, texts::command::GameNotIn(named, where));
         else if (!install && !(place.*game.installedFlag))
-            refusal = ErrorResult(exitStatus::installedOrNot, texts::command::NotInstalledIn(named, where));
+            refusal = uninstall ? nothingToUninstall
+                                : ErrorResult(exitStatus::installedOrNot, texts::command::NotInstalledIn(named, where));
         else
             return &place;
         return nullptr;
@@ -58,7 +71,7 @@ SteamAccount* PlaceFor(const Command& command, std::vector<SteamAccount>& places
     for (std::size_t i = 0; i < places.size(); ++i) {
         anywhere = anywhere || places[i].*game.presentFlag;
         if (places[i].*(install ? game.presentFlag : game.installedFlag)) {
-            fitting += "  " + std::to_string(i + 1) + "\t" + texts::ChooserLabel(places[i]) + "\n";
+            fitting += "  " + std::to_string(i + 1) + "\t" + Label(places[i]) + "\n";
             number = number == 0 ? static_cast<int>(i + 1) : -1;
         }
     }
@@ -66,6 +79,8 @@ SteamAccount* PlaceFor(const Command& command, std::vector<SteamAccount>& places
         return &places[number - 1];
     if (number < 0)
         refusal = ErrorResult(exitStatus::noSuchPlace, texts::command::NameOne(named, !install, fitting));
+    else if (uninstall)
+        refusal = nothingToUninstall;
     else if (install || !anywhere)
         refusal = ErrorResult(exitStatus::noSuchPlace, texts::command::GameNotThere(named));
     else
@@ -73,18 +88,15 @@ SteamAccount* PlaceFor(const Command& command, std::vector<SteamAccount>& places
     return nullptr;
 }
 
-// The files of the set not as shipped, one line each.
+// The files of the set not as shipped, one line each, paths in Windows form.
 std::string Differences(const std::vector<NotAsShipped>& differing)
 {
     std::string lines;
-    for (const NotAsShipped& file : differing)
+    for (NotAsShipped file : differing) {
+        file.path = WindowsPath(file.path);
         lines += texts::command::FileNotAsShipped(file);
+    }
     return lines;
-}
-
-std::string NotAsShippedCount(const std::vector<NotAsShipped>& differing)
-{
-    return std::to_string(differing.size()) + " of the files not as shipped";
 }
 
 // What a failure says in the log: where, and why.
@@ -96,57 +108,57 @@ std::string AtWhy(const sys::Failure& failure)
 CommandResult Install(const GameProfile& game, SteamAccount& place, const std::vector<SteamAccount>& places,
                       const std::string& where, bool yes, const ActionLog& log)
 {
-    if (place.*game.installedFlag) {
-        // Installed already: as shipped, nothing is written (a logon script's every run); else
-        // only a reinstall the script asks for changes anything.
-        const std::vector<NotAsShipped> differing = FilesNotAsShipped(game, place);
-        if (differing.empty())
-            return Done(texts::command::alreadyInstalled, "already installed, every file as shipped");
-        if (!yes)
-            return ErrorResult(exitStatus::installedOrNot,
-                               texts::command::InstalledAlready(texts::Of(game), where) + Differences(differing),
-                               "installed already, " + NotAsShippedCount(differing));
-    }
+    // Installed already with every file as shipped: nothing is written (a logon script's every
+    // run), and the game may stay open.
+    if (place.*game.installedFlag && FilesNotAsShipped(game, place).empty())
+        return Done(texts::command::alreadyInstalled, texts::summary::alreadyInstalled);
     // Only what changes files waits for the game to close.
     if (GameIsRunning(game))
         return ErrorResult(exitStatus::gameRunning, texts::command::Running(texts::Of(game)));
-    const InstallOutcome outcome = InstallConfig(game, place, log, places);
-    if (outcome.result != InstallOutcome::Result::installed)
+    InstallOutcome outcome = InstallConfig(game, place, log, places, yes ? Rewrite::whatDiffers : Rewrite::onlyOurs);
+    if (outcome.result == InstallOutcome::Result::changedSince)
+        return {exitStatus::installedOrNot, Differences(outcome.changed), texts::command::ChangedSince(texts::Of(game), where),
+                texts::summary::ChangedSince(outcome.changed.size())};
+    if (outcome.result != InstallOutcome::Result::installed) {
+        const std::string at = AtWhy({outcome.path, outcome.reason});
+        outcome.path = WindowsPath(outcome.path);
         return ErrorResult(exitStatus::installStopped, texts::InstallStopped(outcome) + "\n",
-                           "the install stopped at " + AtWhy({outcome.path, outcome.reason}));
-    return Done(std::string(texts::Of(game).installed) + "\n", "installed");
+                           texts::summary::InstallStopped(at));
+    }
+    return Done(std::string(texts::Of(game).installed) + "\n", texts::summary::installed);
 }
 
 CommandResult Uninstall(const GameProfile& game, SteamAccount& place, const std::vector<SteamAccount>& places,
                         const ActionLog& log)
 {
-    const UninstallOutcome outcome = UninstallConfig(game, place, log, places);
+    UninstallOutcome outcome = UninstallConfig(game, place, log, places);
+    const std::string folder = WindowsPath(outcome.firstFailure.path);
     if (outcome.gameAway)
-        return ErrorResult(exitStatus::backupKept, texts::GameAway(outcome.firstFailure.path) + "\n",
-                           "nothing changed, the game's folder is not there: " + WindowsPath(outcome.firstFailure.path));
+        return ErrorResult(exitStatus::backupKept, texts::GameAway(folder) + "\n", texts::summary::GameAway(folder));
     if (outcome.elsewhere)
-        return ErrorResult(exitStatus::backupKept, texts::BelongsElsewhere(outcome.firstFailure.path) + "\n",
-                           "nothing changed, the backup files belong to the game at " +
-                               WindowsPath(outcome.firstFailure.path));
-    const std::string said = texts::Uninstalled(texts::Of(game), outcome) + "\n";
+        return ErrorResult(exitStatus::backupKept, texts::BelongsElsewhere(folder) + "\n",
+                           texts::summary::BelongsElsewhere(folder));
     if (!outcome.backupKept)
-        return Done(said, "uninstalled");
-    return ErrorResult(exitStatus::backupKept, said, "the uninstall kept the backup files, first at " + AtWhy(outcome.firstFailure));
+        return Done(texts::Uninstalled(texts::Of(game), outcome) + "\n", texts::summary::uninstalled);
+    const std::string at = AtWhy(outcome.firstFailure);
+    outcome.firstFailure.path = folder;
+    return ErrorResult(exitStatus::backupKept, texts::Uninstalled(texts::Of(game), outcome) + "\n",
+                       texts::summary::BackupKept(at));
 }
 
 CommandResult Verify(const GameProfile& game, const SteamAccount& place)
 {
     const std::vector<NotAsShipped> differing = FilesNotAsShipped(game, place);
     if (differing.empty())
-        return Done(std::string(), "every file as shipped");
-    return {exitStatus::notAsShipped, Differences(differing), std::string(), NotAsShippedCount(differing)};
+        return Done(std::string(), texts::summary::asShipped);
+    return {exitStatus::notAsShipped, Differences(differing), std::string(), texts::summary::NotAsShipped(differing.size())};
 }
 
 // The command itself, with the places found and the log open.
 CommandResult Run(const Command& command, std::vector<SteamAccount>& places, const ActionLog& log)
 {
     if (command.kind == Command::Kind::list)
-        return Done(List(places), std::to_string(places.size()) + " places listed");
+        return Done(List(places), texts::summary::PlacesListed(places.size()));
     CommandResult refusal;
     int number = 0;
     SteamAccount* place = PlaceFor(command, places, number, refusal);
@@ -158,8 +170,15 @@ CommandResult Run(const Command& command, std::vector<SteamAccount>& places, con
     if (command.kind == Command::Kind::uninstall && GameIsRunning(game))
         return ErrorResult(exitStatus::gameRunning, texts::command::Running(texts::Of(game)));
     if (command.kind == Command::Kind::install)
-        return Install(game, *place, places, texts::command::Place(number, *place), command.yes, log);
+        return Install(game, *place, places, Where(number, *place), command.yes, log);
     return Uninstall(game, *place, places, log);
+}
+
+// Why Steam was not found: no entry, or the folder one names is not there.
+std::string SteamNotFound(const SteamPath& steam)
+{
+    return steam.folderNotThere.empty() ? texts::command::steamNotFound
+                                        : texts::command::SteamFolderNotThere(WindowsPath(steam.folderNotThere));
 }
 
 }  // namespace
@@ -192,10 +211,17 @@ std::string LogRefused(LogRefusal refusal, const std::string& path)
                                                  : texts::command::LogNotWritable(path);
 }
 
+std::string BuildName()
+{
+    return texts::command::BuildName(ContainerId(*cs16Profile.payload), ContainerId(*cssProfile.payload));
+}
+
 CommandResult RunCommand(const Command& command, const std::string& commandLine)
 {
     if (command.kind == Command::Kind::usage)
         return {exitStatus::done, texts::command::usage, std::string(), std::string()};
+    if (command.kind == Command::Kind::version)
+        return {exitStatus::done, BuildName() + "\n", std::string(), std::string()};
     const SteamPath steam = FindSteam(command.steamFolder);
     std::vector<SteamAccount> places = PlacesAt(steam);
     // The log is never among the games' files at the Steam the registry names either, when
@@ -207,7 +233,7 @@ CommandResult RunCommand(const Command& command, const std::string& commandLine)
     }
     return Logged(command.logPath, logPlaces, commandLine, [&](const ActionLog& log) {
         if (steam.read != sys::RegistryRead::ok)
-            return ErrorResult(exitStatus::steamNotFound, texts::command::steamNotFound);
+            return ErrorResult(exitStatus::steamNotFound, SteamNotFound(steam));
         return Run(command, places, log);
     });
 }

@@ -18,7 +18,7 @@ constexpr int done = 0;
 constexpr int badCommandLine = 1;
 constexpr int steamNotFound = 2;      // either registry failure
 constexpr int noSuchPlace = 3;        // no such place, the game is not there, or more than one place fits
-constexpr int installedOrNot = 4;     // installed already (without /yes), or not installed
+constexpr int installedOrNot = 4;     // a file changed since the install (without /yes), or /verify: not installed
 constexpr int gameRunning = 5;
 constexpr int installStopped = 6;     // a file it could not back up or write, a folder it could not make
 constexpr int backupKept = 7;         // the uninstall could not undo everything and kept the backup files
@@ -56,3 +56,7 @@ CommandResult Logged(const std::string& logPath, const std::vector<SteamAccount>
 
 // What a refused log says, with the path as given.
 std::string LogRefused(LogRefusal refusal, const std::string& path);
+
+// What this build is: its version and the file sets it carries ("Ludax config. 1.02 (cs16
+// 0123456789ab, css ...)", each id the start of the SHA-256 of the game's container).
+std::string BuildName();

@@ -1,5 +1,7 @@
 #include "run_log.h"
 
+#include "run_command.h"
+
 #include "steam_layouts.h"
 #include "system.h"
 #include "version.h"
@@ -117,8 +119,7 @@ std::optional<RunLog> RunLog::Open(const std::string& path, const std::vector<St
     if (refusal == LogRefusal::none) {
         const std::uint64_t size = file.Size();
         RunLog log(std::move(file));
-        if (log.file.Line({"started", LUDAX_PRODUCT_NAME " " LUDAX_VERSION_TEXT, sys::ComputerName(), sys::UserName(),
-                           commandLine}))
+        if (log.file.Line({"started", BuildName(), sys::ComputerName(), sys::UserName(), commandLine}))
             return log;
         // A log that cannot take its first line (a full disk) keeps what it held.
         file = std::move(log.file).Release();

@@ -14,6 +14,7 @@
 #include "removal_list.h"
 #include "safe_paths.h"
 #include "sha256.h"
+#include "verify.h"
 #include "written_record.h"
 #include "system.h"
 
@@ -31,6 +32,7 @@ struct Step {
     std::string target;
     std::vector<std::string> folders;  // to be made on the way to the target, outermost first
     bool backUp = false;               // a player's file that no backup file covers yet
+    bool skip = false;                 // ours, and standing as shipped: left alone
     bool fileInTheWay = false;         // a file stands where a folder on the way belongs
     std::string recordLines;           // what the record gains for this step
     InstallOutcome stop;               // where the install stops instead, if it does
@@ -45,8 +47,8 @@ std::string Relative(const std::string& path, const std::string& gameFolder)
 // Decides each step from what stands on disk now and what the backup files already cover.
 class Planner {
 public:
-    Planner(const GameProfile& game, const SteamAccount& place, const Cover& cover)
-        : contentFolder(place.*game.contentFolder), gameFolder(place.*game.gameFolder), cover(cover)
+    Planner(const GameProfile& game, const SteamAccount& place, const Cover& cover, Rewrite rewrite)
+        : contentFolder(place.*game.contentFolder), gameFolder(place.*game.gameFolder), cover(cover), rewrite(rewrite)
     {
     }
 
@@ -68,6 +70,8 @@ public:
     // New removal lines, files in the payload's order, then folders innermost first.
     std::vector<std::string> newLines;
     std::vector<std::string> newFolders;
+    // Files someone else changed since an install wrote them (Rewrite::onlyOurs).
+    std::vector<NotAsShipped> changed;
 
 private:
     void PlanFolder(Step& step, const std::string& folder, bool& missing)
@@ -112,8 +116,7 @@ private:
 
     void PlanTarget(Step& step, bool missing)
     {
-        if (!cover.record.HasFile(Relative(step.target, gameFolder), step.bytes))
-            step.recordLines += FileLine(Relative(step.target, gameFolder), step.bytes) + "\r\n";
+        const std::string relative = Relative(step.target, gameFolder);
         const sys::Entry entry = missing ? sys::Entry{} : sys::LookUp(step.target);
         if (entry.kind == sys::EntryKind::unknown) {
             step.stop = {Result::backupFailed, step.target, entry.reason};
@@ -122,20 +125,40 @@ private:
         } else if (entry.kind == sys::EntryKind::none) {
             if (!cover.listed.count(step.target))
                 newLines.push_back(step.target);
-        } else {
-            step.backUp = !cover.backedUp.count(step.name) && !cover.listed.count(step.target) && !Recorded(step);
+        } else if (!cover.backedUp.count(step.name) && !cover.listed.count(step.target) &&
+                   !cover.record.files.count(sys::NameKey(relative))) {
+            step.backUp = true;  // a player's file no install has touched
+        } else if (rewrite != Rewrite::everyFile) {
+            Converge(step, relative);
         }
+        if (!step.skip && !cover.record.HasFile(relative, step.bytes))
+            step.recordLines += FileLine(relative, step.bytes) + "\r\n";
     }
 
-    // True when the target holds bytes the record says an install wrote there: ours, though a
-    // damaged or lost removal list no longer names it.
-    bool Recorded(const Step& step) const
+    // A file the backup files cover: left alone when it stands as shipped; written when it holds
+    // what an install wrote or the player's bytes the archive holds; else changed since.
+    void Converge(Step& step, const std::string& relative)
     {
-        const std::string relative = Relative(step.target, gameFolder);
-        if (!cover.record.files.count(sys::NameKey(relative)))
-            return false;
-        WrittenBytes bytes;
-        return BytesOfFile(step.target, bytes) && cover.record.HasFile(relative, bytes);
+        sys::Reason why;
+        Sameness sameness = CompareFile(step.target, step.data, step.size, why);
+        if (sameness == Sameness::same) {
+            step.skip = true;
+            return;
+        }
+        if (sameness != Sameness::unreadable) {
+            WrittenBytes bytes;
+            const sys::Status read = BytesOfFile(step.target, bytes);
+            const auto backedUp = cover.backedUp.find(step.name);
+            if (!read) {
+                sameness = Sameness::unreadable;
+                why = read.Why();
+            } else if ((backedUp != cover.backedUp.end() && backedUp->second == bytes) ||
+                       cover.record.HasFile(relative, bytes)) {
+                return;
+            }
+        }
+        if (rewrite == Rewrite::onlyOurs)
+            changed.push_back({step.target, sameness == Sameness::unreadable ? sameness : Sameness::differs, why});
     }
 
     sys::Entry Look(const std::string& folder)
@@ -149,6 +172,7 @@ private:
     const std::string& contentFolder;
     const std::string& gameFolder;
     const Cover& cover;
+    const Rewrite rewrite;
     std::map<std::string, sys::Entry> seen;  // folders looked up, each once a run
     std::set<std::string> planned;           // folders an earlier step makes
 };
@@ -284,6 +308,8 @@ InstallOutcome Carry(const Step& step, const ActionLog& log)
 {
     if (Planner::EndsHere(step))
         return step.stop;
+    if (step.skip)
+        return {};
     if (step.backUp)
         log("backed up", step.target);
     for (const std::string& folder : step.folders) {
@@ -354,7 +380,7 @@ InstallOutcome LogStop(const InstallOutcome& outcome, const ActionLog& log)
 }  // namespace
 
 InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const ActionLog& givenLog,
-                             const std::vector<SteamAccount>& places)
+                             const std::vector<SteamAccount>& places, Rewrite rewrite)
 {
     const ActionLog log = givenLog ? givenLog : [](const char*, const std::string&) {};
     const BackupFiles backup = BackupFilesOf(game, place);
@@ -380,7 +406,7 @@ InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const
         return LogStop({Result::writeFailed, belonging.unknown.path, belonging.unknown.reason}, log);
 
     // Planned up to the step the install stops at, if it does.
-    Planner planner(game, place, cover);
+    Planner planner(game, place, cover, rewrite);
     std::size_t planned = 0;
     while (planned < steps.size()) {
         planner.Plan(steps[planned]);
@@ -391,6 +417,18 @@ InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const
     // Stopped before its first file (the game's folder away, say): nothing to undo, nothing made.
     if (!steps.empty() && Planner::EndsHere(steps.front()))
         return LogStop(steps.front().stop, log);
+    // Someone else changed files since an install wrote them: nothing is written over them.
+    if (!planner.changed.empty()) {
+        InstallOutcome changed(Result::changedSince, std::string(), sys::Reason());
+        changed.changed = planner.changed;
+        return changed;
+    }
+    // Every file stands as shipped: nothing to write, not even the backup files.
+    if (std::all_of(steps.begin(), steps.end(), [](const Step& step) { return step.skip; }) &&
+        !Planner::EndsHere(steps.back())) {
+        place.*game.installedFlag = true;
+        return {};
+    }
     std::vector<std::string> lines = planner.newLines;
     lines.insert(lines.end(), planner.newFolders.rbegin(), planner.newFolders.rend());
     WrittenAhead written;
@@ -398,13 +436,16 @@ InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const
     if (outcome.result != Result::installed)
         return LogStop(outcome, log);
 
+    std::size_t files = 0;
     for (std::size_t at = 0; at < steps.size(); ++at) {
         outcome = Carry(steps[at], log);
         if (outcome.result != Result::installed) {
             TakeBackUnreached(backup, steps, at, lines, written);
             return LogStop(outcome, log);
         }
+        files += steps[at].skip ? 0 : 1;
     }
     place.*game.installedFlag = true;
+    outcome.written = files;
     return outcome;
 }

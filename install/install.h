@@ -3,12 +3,22 @@
 // undo it.
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "action_log.h"
 #include "game_profile.h"
 #include "call_status.h"
 #include "steam_account.h"
+#include "verify.h"
+
+// How an install treats the files of the set it finds where it installed before.
+enum class Rewrite {
+    everyFile,    // writes every file (the window's reinstall, after its question)
+    whatDiffers,  // leaves each file standing as shipped alone and writes the others (/install /yes)
+    onlyOurs,     // the same, but writes nothing while a file was changed by someone else since
+                  // an install wrote it, or could not be read (a plain /install)
+};
 
 struct InstallOutcome {
     enum class Result {
@@ -18,10 +28,19 @@ struct InstallOutcome {
                        // through a link, or one of the backup files themselves)
         folderFailed,  // stopped at `path`, a folder that could neither be found nor made
         elsewhere,     // nothing done: the backup files here belong to the game at `path`, another place's
+        changedSince,  // nothing done (Rewrite::onlyOurs): `changed` were changed since an install wrote them
     };
+    InstallOutcome() = default;
+    InstallOutcome(Result result, std::string path, sys::Reason reason)
+        : result(result), path(std::move(path)), reason(reason)
+    {
+    }
+
     Result result = Result::installed;
     std::string path;
     sys::Reason reason;  // why: the system's answer, or the program's own refusal
+    std::vector<NotAsShipped> changed;
+    std::size_t written = 0;  // files written, when installed
 };
 
 // Writes the game's payload into the place's content folder. Before it changes anything, what
@@ -35,4 +54,4 @@ struct InstallOutcome {
 // file is written. Each file backed up or written and each folder made goes to `log`, and so
 // does where the install stopped.
 InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const ActionLog& log = {},
-                             const std::vector<SteamAccount>& places = {});
+                             const std::vector<SteamAccount>& places = {}, Rewrite rewrite = Rewrite::everyFile);

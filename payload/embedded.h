@@ -2,6 +2,7 @@
 // The two game payloads compiled into the program, read where they lie.
 
 #include <cstddef>
+#include <string>
 
 struct EmbeddedContainer {
     std::size_t length;
@@ -10,3 +11,6 @@ struct EmbeddedContainer {
 
 extern const EmbeddedContainer cs16Payload;
 extern const EmbeddedContainer cssPayload;
+
+// What tells one build's container from another's: the first 12 hex digits of its SHA-256.
+std::string ContainerId(const EmbeddedContainer& container);

@@ -91,6 +91,7 @@ inline std::string InstallStopped(const InstallOutcome& outcome)
     case InstallOutcome::Result::folderFailed:
         return FolderNotMade(outcome.path);
     case InstallOutcome::Result::installed:
+    case InstallOutcome::Result::changedSince:
         break;
     }
     return std::string();
@@ -118,6 +119,7 @@ struct Game {
     const char* reinstallQuestion;
     const char* installed;
     const char* uninstalled;
+    const char* notFullyUninstalled;  // the uninstall kept the backup files
     const char* running;  // the game is open: asked before an install or uninstall
 };
 
@@ -129,6 +131,7 @@ inline constexpr Game cs16{
     "Counter Strike LUDAX config already installed, do you want to reinstall?",
     "Counter Strike LUDAX config installed successfully!",
     "Counter Strike LUDAX config uninstalled!",
+    "Counter Strike LUDAX config could not be fully uninstalled.",
     "Counter-Strike is running. Close the game, then press Retry.",
 };
 
@@ -140,19 +143,20 @@ inline constexpr Game css{
     "Counter Strike Source LUDAX config already installed, do you want to reinstall?",
     "Counter Strike Source LUDAX config installed successfully!",
     "Counter Strike Source LUDAX config uninstalled!",
+    "Counter Strike Source LUDAX config could not be fully uninstalled.",
     "Counter-Strike: Source is running. Close the game, then press Retry.",
 };
 
 // The texts of the game a profile installs.
 inline const Game& Of(const PlaceGame& game) { return game.id == GameId::css ? css : cs16; }
 
-// The uninstall's message; when the backup files stayed, the advice under it, then the first
-// thing it could not undo and why.
+// The uninstall's message; when the backup files stayed, that it could not finish, the advice,
+// then the first thing it could not undo and why (a box captioned "Hiba:" with the warning icon).
 inline std::string Uninstalled(const Game& game, const UninstallOutcome& outcome)
 {
     if (!outcome.backupKept)
         return game.uninstalled;
-    return std::string(game.uninstalled) + "\n" + backupKept + "\n" + outcome.firstFailure.path + "\n" +
+    return std::string(game.notFullyUninstalled) + "\n" + backupKept + "\n" + outcome.firstFailure.path + "\n" +
            Why(outcome.firstFailure.reason);
 }
 
@@ -172,6 +176,7 @@ constexpr char usage[] =
     "window.\n"
     "\n"
     "  Ludax.exe /?                    this text\n"
+    "  Ludax.exe /version              the version and the file sets of this build\n"
     "  Ludax.exe /list                 the places that hold the games, numbered\n"
     "  Ludax.exe /install cs16|css [/place N] [/yes]\n"
     "  Ludax.exe /uninstall cs16|css [/place N]\n"
@@ -181,20 +186,21 @@ constexpr char usage[] =
     "\n"
     "  /place N    the place numbered N by /list; without it, the one place that\n"
     "              holds the game (install) or its configuration (uninstall, verify)\n"
-    "  /yes        install again where the configuration is installed already and\n"
-    "              a file is not as shipped\n"
+    "  /yes        install over files changed since the configuration was installed\n"
     "  /steam DIR  Steam's folder; without it, the registry's (the user's SteamPath,\n"
     "              else the machine's InstallPath)\n"
     "  /log FILE   adds to FILE a line for the start and the end of the run and for\n"
     "              each file backed up, written, removed or restored\n"
     "Case does not matter, and - works as well as /. A command shows no window and\n"
-    "no box. In a batch file call the program directly: the batch file waits for it\n"
-    "and sets errorlevel to its exit status:\n"
-    "  0 done, or installed already with every file as shipped\n"
+    "no box. /install writes only what is not as shipped. In a batch file call the\n"
+    "program directly: the batch file waits for it and sets errorlevel to its\n"
+    "exit status:\n"
+    "  0 done; also /install with every file as shipped, /uninstall of nothing\n"
     "  1 a bad command line, or a log that cannot be written there\n"
-    "  2 Steam was not found\n"
+    "  2 Steam was not found, or its folder is not there\n"
     "  3 no such place, the game is not there, or more than one place holds it\n"
-    "  4 installed already with a file not as shipped (add /yes), or not installed\n"
+    "  4 a file was changed since the install wrote it (add /yes to write it\n"
+    "    over), or /verify where the configuration is not installed\n"
     "  5 the game is running\n"
     "  6 the install stopped (see its message)\n"
     "  7 the uninstall could not undo everything and kept its backup files\n"
@@ -210,6 +216,18 @@ constexpr char anotherCopy[] =
 
 // /install where every file of the set stands as shipped: nothing is written.
 constexpr char alreadyInstalled[] = "already installed\n";
+
+// /uninstall where no place holds the game's backup files: nothing to do.
+constexpr char notInstalled[] = "not installed\n";
+
+inline std::string SteamFolderNotThere(const std::string& folder) { return "Steam's folder is not there: " + folder + "\n"; }
+
+// What a run of this build says it is: "Ludax config. 1.02 (cs16 <id>, css <id>)", each id naming
+// the file set the build carries.
+inline std::string BuildName(const std::string& cs16Id, const std::string& cssId)
+{
+    return std::string(LUDAX_PRODUCT_NAME " " LUDAX_VERSION_TEXT " (cs16 ") + cs16Id + ", css " + cssId + ")";
+}
 
 // A file of the set not as shipped, as /verify lists it (and /install without /yes): one that
 // cannot be read says why.
@@ -268,10 +286,11 @@ inline std::string NotInstalledIn(const Game& game, const std::string& place)
     return "The configuration of " + std::string(game.name) + " is not installed in " + place + ".\n";
 }
 
-inline std::string InstalledAlready(const Game& game, const std::string& place)
+// Files someone changed since the install wrote them (listed on standard output): nothing written.
+inline std::string ChangedSince(const Game& game, const std::string& place)
 {
-    return "The configuration of " + std::string(game.name) + " is installed already in " + place +
-           ": add /yes to install it again.\n";
+    return "Files of the configuration of " + std::string(game.name) + " in " + place +
+           " were changed since it was installed (listed on standard output): add /yes to write them over.\n";
 }
 
 // Several places fit: the player names one. Each line of `places` is "  <number>\t<label>".
@@ -288,5 +307,37 @@ inline std::string Running(const Game& game)
 }
 
 }  // namespace command
+
+// What happened, in one line: the last field of a run's "ended" line in its log.
+namespace summary {
+
+constexpr char installed[] = "installed";
+constexpr char alreadyInstalled[] = "already installed, every file as shipped";
+constexpr char uninstalled[] = "uninstalled";
+constexpr char notInstalled[] = "not installed";
+constexpr char asShipped[] = "every file as shipped";
+constexpr char windowClosed[] = "the window was closed";
+
+inline std::string ChangedSince(std::size_t files)
+{
+    return "installed already, " + std::to_string(files) + " of the files changed since";
+}
+
+inline std::string NotAsShipped(std::size_t files) { return std::to_string(files) + " of the files not as shipped"; }
+
+inline std::string PlacesListed(std::size_t places) { return std::to_string(places) + " places listed"; }
+
+// `at` is a path and why, as AtWhy gives them.
+inline std::string InstallStopped(const std::string& at) { return "the install stopped at " + at; }
+inline std::string BackupKept(const std::string& at) { return "the uninstall kept the backup files, first at " + at; }
+
+inline std::string GameAway(const std::string& folder) { return "nothing changed, the game's folder is not there: " + folder; }
+
+inline std::string BelongsElsewhere(const std::string& folder)
+{
+    return "nothing changed, the backup files belong to the game at " + folder;
+}
+
+}  // namespace summary
 
 }  // namespace texts

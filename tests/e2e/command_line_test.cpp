@@ -1,7 +1,7 @@
 // Ludax.exe as a LAN admin's script runs it, meeting what only a real Windows makes: the game
-// running (5), a file another program holds (6, 7) and the window open (8). (The other statuses:
-// admin_test.cpp; how each command picks its place and which status each outcome gets: the unit
-// tests' CommandLine cases.)
+// running (5), a file another program holds (6, then a plain install finishes the job; 7, and the
+// window's box) and the window open (8). (The other statuses: admin_test.cpp; how each command
+// picks its place and which status each outcome gets: the unit tests' CommandLine cases.)
 
 #include <gtest/gtest.h>
 
@@ -35,7 +35,7 @@ TEST(CommandLine, TheGameRunningAFileHeldOpenAndTheWindowOpenEachHaveTheirStatus
         ASSERT_TRUE(held.Locked());
         EXPECT_EQ(RunLudaxCommand("/install cs16 /log " + Quoted(stopLog)),
                   (CommandRun{6, "",
-                              "Could not write the file\r\n" + content +
+                              "Could not write the file\r\n" + Backslashed(content) +
                                   "config.cfg\r\nSharing violation.\r\nNothing more was changed.\r\n"}));
     }
     const auto stopped = LogFields(ReadFile(stopLog));
@@ -43,18 +43,28 @@ TEST(CommandLine, TheGameRunningAFileHeldOpenAndTheWindowOpenEachHaveTheirStatus
     EXPECT_EQ(std::count(stopped.begin(), stopped.end(), backedUp), 1);
     EXPECT_EQ(stopped.back(), (std::vector<std::string>{"ended", "6", "the install stopped at " + Backslashed(content) +
                                                                            "config.cfg: Sharing violation."}));
-    // The stopped install's backup files stand: a reinstall completes it.
-    EXPECT_EQ(RunLudaxCommand("-install CS16 -yes -place 1"),
-              (CommandRun{0, "Counter Strike LUDAX config installed successfully!\r\n", ""}));
+    // The stopped install's backup files stand: the same plain command, once the file is let go,
+    // finishes the job.
+    EXPECT_EQ(RunLudaxCommand("-install CS16"), (CommandRun{0, "Counter Strike LUDAX config installed successfully!\r\n", ""}));
     EXPECT_EQ(ReadFile(content + "config.cfg"), PayloadBytes("cs16", "config.cfg"));
     {
         LockedFile held(content + "ludax.cfg");
         ASSERT_TRUE(held.Locked());
+        const std::string kept = "Some files could not be put back or removed, so the backup was kept. Close the programs "
+                                 "that use the game's files, free some disk space, then uninstall again.";
         EXPECT_EQ(RunLudaxCommand("/uninstall cs16 /place 1"),
                   (CommandRun{7, "",
-                              "Counter Strike LUDAX config uninstalled!\r\nSome files could not be put back or removed, "
-                              "so the backup was kept. Close the programs that use the game's files, free some disk "
-                              "space, then uninstall again.\r\n" + content + "ludax.cfg\r\nSharing violation.\r\n"}));
+                              "Counter Strike LUDAX config could not be fully uninstalled.\r\n" + kept + "\r\n" +
+                                  Backslashed(content) + "ludax.cfg\r\nSharing violation.\r\n"}));
+        // The window says so too, in a box that reads as a failure.
+        LudaxSession window;
+        ASSERT_NE(window.window, nullptr) << window.failure;
+        EXPECT_EQ(window.Click(cs16Uninstall),
+                  (Box{"Hiba:",
+                       "Counter Strike LUDAX config could not be fully uninstalled.\n" + kept + "\n" + content +
+                           "ludax.cfg\nSharing violation.",
+                       {IDOK}, BoxIcon::warning, window.window}));
+        window.Close();
     }
     {
         // The window, with a log of its own, is the one copy running: a command must wait.

@@ -89,7 +89,7 @@ TEST(WorldMoves, TheGameAwayKeepsTheBackupUntilItIsBack)
             EXPECT_TRUE(ludax.Enabled()[cs16Uninstall]) << "the uninstall is no longer offered";
             ludax.Close();
         }
-        EXPECT_EQ(RunLudaxCommand("/uninstall cs16"), (CommandRun{7, "", Gone(game, "\r\n") + "\r\n"}));
+        EXPECT_EQ(RunLudaxCommand("/uninstall cs16"), (CommandRun{7, "", Gone(Backslashed(game), "\r\n") + "\r\n"}));
         EXPECT_EQ(Snapshot(steam.Path()), away) << "something changed while the game was away";
 
         std::filesystem::rename(std::filesystem::u8path(parked), std::filesystem::u8path(moved));
@@ -126,8 +126,8 @@ TEST(WorldMoves, BackupFilesCopiedToTheGameInAnotherLibraryChangeNothingThere)
     EXPECT_EQ(ludax.Click(cs16Uninstall), (Box{"Hiba:", belongs, {IDOK}, BoxIcon::warning, ludax.window}));
     ludax.Close();
     EXPECT_EQ(RunLudaxCommand("/uninstall cs16 /place 2"),
-              (CommandRun{7, "", "These backup files belong to the game at\r\n" + steam.Path() +
-                                     "/steamapps/common/Half-Life\r\nNothing was changed.\r\n"}));
+              (CommandRun{7, "", "These backup files belong to the game at\r\n" + Backslashed(steam.Path()) +
+                                     "\\steamapps\\common\\Half-Life\r\nNothing was changed.\r\n"}));
     EXPECT_EQ(Snapshot(disk.Path()), copied);
     EXPECT_EQ(RunLudaxCommand("/uninstall cs16 /place 1").status, 0u);
     EXPECT_EQ(ReadFile(first + "/Half-Life/cstrike/config.cfg"), "the first player's config");

@@ -65,19 +65,27 @@ TEST(Discovery, ACommandTakesTheNamedSteamThenTheUsersThenTheMachines32BitEntryT
     clear();
     EXPECT_EQ(FindSteam("").read, sys::RegistryRead::keyMissing);
     EXPECT_EQ(FindSteam("").steamappsPath, "");
-    SetRegistryString(RegistryHive::machine64, machineKey, "InstallPath", "D:\\Steam 64");
-    EXPECT_EQ(FindSteam("").steamappsPath, "D:\\Steam 64/steamapps/");
-    SetRegistryString(RegistryHive::machine32, machineKey, "InstallPath", "C:\\Program Files (x86)\\Steam");
-    EXPECT_EQ(FindSteam("").steamappsPath, "C:\\Program Files (x86)\\Steam/steamapps/");
+    // Each entry names a folder that is there (Steam writes its folders in many spellings).
+    TempFolder machine64, machine32, user, named;
+    SetRegistryString(RegistryHive::machine64, machineKey, "InstallPath", machine64.Path());
+    EXPECT_EQ(FindSteam("").steamappsPath, machine64.Path() + "/steamapps/");
+    SetRegistryString(RegistryHive::machine32, machineKey, "InstallPath", machine32.Path());
+    EXPECT_EQ(FindSteam("").steamappsPath, machine32.Path() + "/steamapps/");
     // The window reads the user's entry only.
     EXPECT_EQ(ReadSteamappsPath().read, sys::RegistryRead::keyMissing);
-    SetUserRegistryString(RegisteredSteam::key, "SteamPath", "c:/program files (x86)/steam");
-    EXPECT_EQ(FindSteam("").steamappsPath, "c:/program files (x86)/steam/steamapps/");
-    EXPECT_EQ(FindSteam("E:\\Named Steam").steamappsPath, "E:\\Named Steam/steamapps/");
-    EXPECT_EQ(FindSteam("E:\\Named Steam").read, sys::RegistryRead::ok);
+    SetUserRegistryString(RegisteredSteam::key, "SteamPath", user.Path() + "/");
+    EXPECT_EQ(FindSteam("").steamappsPath, user.Path() + "//steamapps/");
+    // A named folder is taken as the system gives its full path (with '\\' on Windows).
+#ifdef _WIN32
+    const std::string full = Backslashed(named.Path());
+#else
+    const std::string full = named.Path();
+#endif
+    EXPECT_EQ(FindSteam(named.Path()).steamappsPath, full + "/steamapps/");
+    EXPECT_EQ(FindSteam(named.Path()).read, sys::RegistryRead::ok);
     clear();
     // A named folder needs no registry at all.
-    EXPECT_EQ(FindSteam("E:\\Named Steam").steamappsPath, "E:\\Named Steam/steamapps/");
+    EXPECT_EQ(FindSteam(named.Path()).steamappsPath, full + "/steamapps/");
 }
 
 TEST(Discovery, FindGamesKeepsQualifyingFoldersInListingOrder)

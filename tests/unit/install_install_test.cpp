@@ -140,3 +140,75 @@ TEST(Install, AFileStandingWhereAFilesFolderBelongsIsLeftAloneAndTheInstallGoesO
 }
 
 }  // namespace
+
+namespace {
+
+using Rewrite = ::Rewrite;
+
+InstallOutcome Converge(InstallScene& scene, Rewrite rewrite = Rewrite::onlyOurs)
+{
+    return InstallConfig(scene.profile, scene.account, {}, {}, rewrite);
+}
+
+std::vector<std::string> Paths(const std::vector<NotAsShipped>& files)
+{
+    std::vector<std::string> paths;
+    for (const NotAsShipped& file : files)
+        paths.push_back(file.path);
+    return paths;
+}
+
+}  // namespace
+
+TEST(Install, APlainInstallAgainWritesWhatIsOursOrTheStoppedOnesAndStopsAtAFileSomeoneChanged)
+{
+    // Records: cfg/ludax/binds.cfg, resource/background/x.tga, a.txt, cfg/config.cfg.
+    InstallScene scene;
+    const std::string& c = scene.content;
+    WriteFile(c + "a.txt", "player's a");
+    WriteFile(c + "cfg/config.cfg", "player's config");
+    const Tree before = Snapshot(scene.steam.Path());
+    ASSERT_EQ(scene.Install().result, Result::installed);
+
+    // Every file as shipped: nothing is written, not even a backup file.
+    const Tree installed = Snapshot(scene.steam.Path());
+    InstallOutcome again = Converge(scene);
+    EXPECT_EQ(again.result, Result::installed);
+    EXPECT_EQ(again.written, 0u);
+    EXPECT_EQ(Snapshot(scene.steam.Path()), installed);
+
+    // A newer set: one file changed, one added where the player has a file of his own. What still
+    // holds what the first set wrote is written again; the player's file is backed up first.
+    std::vector<PayloadFile> newer = testPayload;
+    newer[0].data = "bind \"F1\" \"buy m4a1\"\r\n";
+    newer.push_back({"maps/de_new.bsp", "the new map"});
+    WriteFile(c + "maps/de_new.bsp", "player's de_new");
+    scene.Repack(newer);
+    again = Converge(scene);
+    EXPECT_EQ(again.result, Result::installed);
+    EXPECT_EQ(again.written, 2u);
+    EXPECT_TRUE(scene.PayloadWritten());
+
+    // A file someone changed since: nothing is written, and it is named. A file missing, or
+    // holding the player's bytes the archive holds (as an install stopped before it left it), is
+    // not; /yes writes over the change.
+    WriteFile(c + "cfg/ludax/binds.cfg", "the player's own binds");
+    RemovePath(c + "a.txt");
+    WriteFile(c + "cfg/config.cfg", "player's config");
+    const Tree changed = Snapshot(scene.steam.Path());
+    again = Converge(scene);
+    EXPECT_EQ(again.result, Result::changedSince);
+    EXPECT_EQ(Paths(again.changed), std::vector<std::string>{c + "cfg/ludax/binds.cfg"});
+    EXPECT_EQ(Snapshot(scene.steam.Path()), changed);
+    again = Converge(scene, Rewrite::whatDiffers);
+    EXPECT_EQ(again.result, Result::installed);
+    EXPECT_EQ(again.written, 3u);
+    EXPECT_TRUE(scene.PayloadWritten());
+
+    // The uninstall puts back the state before the first install, the new set's map included.
+    Tree expected = before;
+    expected["steamapps/player/counter-strike/cstrike/maps"] = "<folder>";
+    expected["steamapps/player/counter-strike/cstrike/maps/de_new.bsp"] = "player's de_new";
+    EXPECT_FALSE(scene.Uninstall().backupKept);
+    EXPECT_EQ(Snapshot(scene.steam.Path()), expected);
+}
