@@ -14,13 +14,14 @@ PACKAGES := cmake make g++ googletest zlib1g-dev \
 .PHONY: all deps native windows test test-native test-windows test-fuzz run fuzz bench payload-art sign mutants test-share clean
 
 # What the organiser runs after changing a file set: what ships and nothing else. The build
-# machine's two tools, then Ludax.exe, whose packing step checks both sets (each warning once)
-# and packs them; no test program is built.
+# machine's two tools, then Ludax.exe, whose packing step checks both sets and packs them; the
+# check's errors and warnings come last, after the build's own lines, each once. No test
+# program is built.
 all: deps
 	$(CONFIGURE_NATIVE)
 	$(call NATIVE_BUILD,--target ludax-pack ludax-logo-pack)
 	$(CONFIGURE_WINDOWS)
-	cmake --build $(WINDOWS) -j $(JOBS) --target Ludax
+	tools/pack/build-with-findings-last $(WINDOWS) -j $(JOBS) --target Ludax
 
 deps:
 	@missing=$$(for p in $(PACKAGES); do dpkg-query -W -f='$${Status}\n' $$p 2>/dev/null | grep -q '^install ok installed' || echo $$p; done); \

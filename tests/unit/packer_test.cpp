@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "checksum.h"
 #include "listing.h"
 #include "packer.h"
 #include "test_files.h"
@@ -126,13 +125,6 @@ TEST(Packer, RefusesAFileOf2To31Bytes)
     // Sparse: the packer must refuse it by its size, before reading a byte.
     ResizeFile(huge, std::uint64_t{1} << 31);
     ExpectRefused(PackSet(set.folder, set.manifest), {huge, "2147483648"});
-}
-
-TEST(Packer, ChecksumIsTheCrc32OfZipAndGzip)
-{
-    EXPECT_EQ(Crc32("", 0), 0u);
-    EXPECT_EQ(Crc32("123456789", 9), 0xCBF43926u);
-    EXPECT_EQ(Crc32("a", 1), 0xE8B7BE43u);
 }
 
 TEST(Listing, ShowsEachRecordAndEveryWayTheSetHasMovedOn)

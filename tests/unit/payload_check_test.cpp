@@ -9,6 +9,7 @@
 
 #include "set_check.h"
 #include "test_files.h"
+#include "text_encoding.h"
 
 namespace {
 
@@ -61,6 +62,21 @@ Files SoundFilesWith(const std::string& name, const std::string& bytes)
         }
     files.emplace_back(name, bytes);
     return files;
+}
+
+// `text` as Notepad saves it in UTF-16: either byte order, with or without the byte-order mark.
+std::string Utf16(const std::string& text, bool bigEndian, bool mark)
+{
+    std::u16string units = mark ? u"\uFEFF" : u"";
+    std::u16string converted;
+    ToUtf16(text, converted);
+    units += converted;
+    std::string bytes;
+    for (char16_t unit : units) {
+        const char high = static_cast<char>(unit >> 8), low = static_cast<char>(unit & 0xFF);
+        bytes += bigEndian ? std::string{high, low} : std::string{low, high};
+    }
+    return bytes;
 }
 
 std::string All(const SetCheck& check)
@@ -127,6 +143,7 @@ TEST(SetCheck, EachRuleNamesTheOneFileAndLineThatBreaksIt)
 {
     const std::string layoutWithT2 =
         "resolution\t1280\t1024\r\nresource/background/t1.tga\tscaled\t0\t0\r\nresource/background/t2.tga\tscaled\t256\t0\r\n";
+    const std::string utf16 = "saved as UTF-16; save it as plain text (ANSI or UTF-8) with CR LF line ends";
     const struct {
         std::string name, bytes;
         bool error;
@@ -156,7 +173,16 @@ TEST(SetCheck, EachRuleNamesTheOneFileAndLineThatBreaksIt)
         {"cfg/first.cfg", "\nbind w +forward\r\n", true, 1, {"lone LF", "CR LF"}},
         {"cfg/user.scr", "a\rb\r\n", true, 1, {"lone CR", "CR LF"}},
         {"cfg/last.cfg", "a\r\nb\r", true, 2, {"lone CR", "CR LF"}},
-        {"resource/UI/Buy.RES", std::string("a\r\nb\0\r\n", 7), true, 2, {"zero byte", "not UTF-16"}},
+        // A stray zero byte in plain text is not UTF-16.
+        {"resource/UI/Buy.RES", std::string("a\r\nb\0c\r\n", 8), true, 2, {"zero byte", "not UTF-16"}},
+        // UTF-16 in all four forms: one error, not one per lone CR, lone LF and zero byte, nor a
+        // tile or map read from the garbled words.
+        {"resource/BackgroundLayout.txt", Utf16(layoutWithT2, false, true), true, 0, {utf16}},
+        {"cfg/valve.rc", Utf16("exec ludax/binds\r\n", true, true), true, 0, {utf16}},
+        {"mapcycle.txt", Utf16("de_dust2\r\nde_y\r\n", false, false), true, 0, {utf16}},
+        {"cfg/ludax/live.cfg", Utf16("mp_freezetime 10\r\n", true, false), true, 0, {utf16}},
+        // Mostly Cyrillic: the mark alone tells.
+        {"motd.txt", Utf16("Удачи на турнире!\r\n", false, true), true, 0, {utf16}},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);

@@ -1,9 +1,10 @@
 #include "radial_cdb_writer.h"
 
 #include "byte_writer.h"
-#include "crc32.h"
 
 #include <stdexcept>
+
+#include <zlib.h>
 
 namespace ludaxgen {
 
@@ -76,7 +77,7 @@ std::vector<std::uint8_t> encodeRadialCdb()
     out.u32(kEntrySize);
     out.u32(kCapacity);
     out.u32(static_cast<std::uint32_t>(count));
-    out.u32(crc32(table.bytes().data(), table.size()));
+    out.u32(static_cast<std::uint32_t>(crc32_z(0, table.bytes().data(), table.size())));
     out.u32(pages);
     out.fixedText("LUDAX radial buy menu", 32);
     out.raw(table.bytes());

@@ -1,5 +1,6 @@
 #include "content_rules.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <set>
 
@@ -53,6 +54,26 @@ std::vector<std::string> Words(const std::string& line)
     return words;
 }
 
+// Text saved as UTF-16 (Notepad's "Unicode"): it begins with a byte-order mark or, without one,
+// at least half of its two-byte characters are ASCII ones in one byte order.
+bool LooksLikeUtf16(const std::string& bytes)
+{
+    if (bytes.size() < 2)
+        return false;
+    const unsigned char first = bytes[0], second = bytes[1];
+    if ((first == 0xFF && second == 0xFE) || (first == 0xFE && second == 0xFF))
+        return true;
+    if (bytes.size() % 2 != 0)
+        return false;
+    std::size_t littleEndian = 0, bigEndian = 0;  // characters that read as ASCII in that byte order
+    for (std::size_t i = 0; i < bytes.size(); i += 2) {
+        const bool lowZero = bytes[i] == '\0', highZero = bytes[i + 1] == '\0';
+        littleEndian += !lowZero && highZero;
+        bigEndian += lowZero && !highZero;
+    }
+    return 2 * std::max(littleEndian, bigEndian) >= bytes.size() / 2;
+}
+
 class ContentChecker {
 public:
     ContentChecker(const std::string& setFolder, const std::vector<std::string>& names, std::vector<Finding>& out)
@@ -74,6 +95,11 @@ public:
         std::string bytes;
         if (!ReadWhole(folder + "/" + name, bytes)) {
             Add(true, Path(name), "cannot read the file");
+            return;
+        }
+        // Read as bytes, UTF-16 shows lone line ends and zero bytes on every line: one error says it all.
+        if (text && LooksLikeUtf16(bytes)) {
+            Add(true, Path(name), "saved as UTF-16; save it as plain text (ANSI or UTF-8) with CR LF line ends");
             return;
         }
         if (text)

@@ -4,12 +4,19 @@
 #include <cstdio>
 #include <map>
 
-#include "checksum.h"
+#include <zlib.h>
+
 #include "container.h"
 #include "manifest.h"
 #include "set_check.h"
 
 namespace {
+
+// The CRC-32 zip tools and the `crc32` command show for the same bytes.
+std::uint32_t Crc32(const char* data, std::size_t size)
+{
+    return static_cast<std::uint32_t>(crc32_z(0, reinterpret_cast<const Bytef*>(data), size));
+}
 
 std::string Hex(std::uint32_t crc)
 {

@@ -10,7 +10,7 @@
 struct ListedRecord {
     std::string name;
     std::uint64_t size = 0;
-    std::uint32_t crc = 0;  // Crc32 of the record's data
+    std::uint32_t crc = 0;  // the CRC-32 of the record's data, as zip tools show it
 };
 
 // The records of the container at `start` (`length` bytes, wherever it lies: a file of its own or
