@@ -97,22 +97,19 @@ void Ludax::CreateControls()
     int top = band.cy + gap;
     accountSelect = CreateAccountSelect(window, top, band.cx, height);
     top = (accountSelect ? RectInParent(accountSelect).bottom : top + height) + gap;
-    const struct {
-        HWND LudaxLayout::*control;
-        const char* label;
-        int id;
-    } buttons[] = {
-        {&LudaxLayout::cs16Install, texts::cs16.installButton, cs16InstallId},
-        {&LudaxLayout::cs16Uninstall, texts::cs16.uninstallButton, cs16UninstallId},
-        {&LudaxLayout::cssInstall, texts::css.installButton, cssInstallId},
-        {&LudaxLayout::cssUninstall, texts::css.uninstallButton, cssUninstallId},
-    };
-    for (const auto& button : buttons) {
-        this->*button.control = CreateButton(window, button.label, top, band.cx, height, button.id);
+    for (GameId game : bothGames) {
+        const bool css = game == GameId::css;
+        Buttons(game).install =
+            CreateButton(window, texts::Of(game).installButton, top, band.cx, height, css ? cssInstallId : cs16InstallId);
+        top += height + gap;
+        Buttons(game).uninstall = CreateButton(window, texts::Of(game).uninstallButton, top, band.cx, height,
+                                               css ? cssUninstallId : cs16UninstallId);
         top += height + gap;
     }
-    for (HWND control : {accountSelect, cssUninstall, cssInstall, cs16Install, cs16Uninstall})
-        if (control == nullptr)
+    if (accountSelect == nullptr)
+        std::exit(-1);
+    for (const GameButtons& pair : buttons)
+        if (pair.install == nullptr || pair.uninstall == nullptr)
             std::exit(-1);
 }
 
@@ -123,7 +120,7 @@ void Ludax::Centre()
     RECT desktop{};
     GetWindowRect(GetDesktopWindow(), &desktop);
     int width = Band().cx;
-    int height = RectInParent(cssUninstall).bottom;
+    int height = RectInParent(Buttons(GameId::css).uninstall).bottom;
     SetWindowPos(window, nullptr, (desktop.right - width) / 2, (desktop.bottom - height) / 2, width, height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
 }
@@ -135,7 +132,7 @@ void Ludax::FindGames(std::optional<std::vector<SteamAccount>> found)
     accounts = found ? std::move(*found) : ::FindGames(steamappsPath).places;
     if (accounts.empty())
         EndWithMessage(texts::nothingInstalled, texts::hibaColonCaption, MB_OK | MB_ICONERROR);
-    connections.push_back({accountSelect, CBN_SELCHANGE, &Ludax::SelectAccount});
+    connections.push_back({accountSelect, CBN_SELCHANGE, [this] { SelectAccount(); }});
     for (const SteamAccount& account : accounts)
         SendMessageW(accountSelect, CB_ADDSTRING, 0,
                      reinterpret_cast<LPARAM>(Wide(texts::ChooserLabel(account)).c_str()));
@@ -148,20 +145,20 @@ void Ludax::FindGames(std::optional<std::vector<SteamAccount>> found)
 void Ludax::SelectAccount()
 {
     int index = static_cast<int>(SendMessageW(accountSelect, CB_GETCURSEL, 0, 0));
-    ButtonStates states = ::SelectAccount(accounts, index);
-    Enable(cs16Install, states.cs16Install);
-    Enable(cs16Uninstall, states.cs16Uninstall);
-    Enable(cssInstall, states.cssInstall);
-    Enable(cssUninstall, states.cssUninstall);
+    const ButtonStates states = ::SelectAccount(accounts, index);
+    for (GameId game : bothGames) {
+        Enable(Buttons(game).install, states[static_cast<std::size_t>(game)].install);
+        Enable(Buttons(game).uninstall, states[static_cast<std::size_t>(game)].uninstall);
+    }
     KeepFocusUsable();
 }
 
 void Ludax::ConnectButtons()
 {
-    connections.push_back({cs16Install, BN_CLICKED, &Ludax::Cs16Install});
-    connections.push_back({cs16Uninstall, BN_CLICKED, &Ludax::Cs16Uninstall});
-    connections.push_back({cssInstall, BN_CLICKED, &Ludax::CssInstall});
-    connections.push_back({cssUninstall, BN_CLICKED, &Ludax::CssUninstall});
+    for (GameId game : bothGames) {
+        connections.push_back({Buttons(game).install, BN_CLICKED, [this, game] { Install(game); }});
+        connections.push_back({Buttons(game).uninstall, BN_CLICKED, [this, game] { Uninstall(game); }});
+    }
 }
 
 // A control's action runs only while the control and the window are enabled. A disabled
@@ -174,7 +171,7 @@ void Ludax::Command(WPARAM wParam, LPARAM lParam)
     for (const Connection& connection : connections)
         if (connection.control == control && connection.notification == HIWORD(wParam)) {
             if (IsWindowEnabled(control) && IsWindowEnabled(window))
-                (this->*connection.action)();
+                connection.action();
             return;
         }
 }
@@ -183,8 +180,9 @@ void Ludax::Command(WPARAM wParam, LPARAM lParam)
 LRESULT Ludax::DefaultButton() const
 {
     HWND current = GetFocus();
-    for (HWND button : {cs16Install, cs16Uninstall, cssInstall, cssUninstall})
-        if (current == button && IsWindowEnabled(button))
-            return MAKELRESULT(GetDlgCtrlID(button), DC_HASDEFID);
+    for (const GameButtons& pair : buttons)
+        for (HWND button : {pair.install, pair.uninstall})
+            if (current == button && IsWindowEnabled(button))
+                return MAKELRESULT(GetDlgCtrlID(button), DC_HASDEFID);
     return 0;
 }

@@ -2,7 +2,9 @@
 
 #include <windows.h>
 
+#include <array>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,19 +15,21 @@
 #include "steam_account.h"
 #include "steam_path.h"
 
-struct GameActions;
-
 // The window's class: a second start finds the running window by it.
 constexpr wchar_t ludaxWindowClass[] = L"Ludax";
 
-// The main window's controls, in the layout's declaration order (which is not the order on
-// the screen: the window stacks them chooser first).
+// A game's two buttons: the layout's cs16Install and cs16Uninstall, or cssInstall and
+// cssUninstall.
+struct GameButtons {
+    HWND install = nullptr;
+    HWND uninstall = nullptr;
+};
+
+// The main window's controls: the account chooser and each game's buttons.
 struct LudaxLayout {
     HWND accountSelect = nullptr;
-    HWND cssUninstall = nullptr;
-    HWND cssInstall = nullptr;
-    HWND cs16Install = nullptr;
-    HWND cs16Uninstall = nullptr;
+    std::array<GameButtons, 2> buttons{};  // by GameId
+    GameButtons& Buttons(GameId game) { return buttons[static_cast<std::size_t>(game)]; }
 };
 
 // The main window and the application: a borderless pop-up with the fading logo on top (which
@@ -52,11 +56,11 @@ public:
     void Run();
 
 private:
-    // A control notification and the member that answers it.
+    // A control notification and what answers it.
     struct Connection {
         HWND control;
         WORD notification;
-        void (Ludax::*action)();
+        std::function<void()> action;
     };
 
     // The window (ludax.cpp).
@@ -86,14 +90,10 @@ private:
     // The actions (actions.cpp).
     SteamAccount* SelectedAccount();
     int ShowMessage(const std::string& text, const char* caption, UINT style);
-    bool GameClosed(const GameActions& game);
-    void ShowInstalled(const GameActions& game, const SteamAccount& place);
-    void Install(const GameActions& game);
-    void Uninstall(const GameActions& game);
-    void Cs16Install();
-    void Cs16Uninstall();
-    void CssInstall();
-    void CssUninstall();
+    bool GameClosed(GameId game);
+    void ShowInstalled(SteamAccount& place, GameId game, bool installed);
+    void Install(GameId game);
+    void Uninstall(GameId game);
 
     // Shows an ownerless message box, then ends the process with exit status -1: the program's
     // one way of stopping when it cannot go on. The log records the end.

@@ -42,7 +42,7 @@ int RunOperation(const std::vector<std::string>& args)
     bool install = args[0] == "install";
     SteamAccount account = AccountFolderEntry(args[2], args[3]);
     // A first install, and an uninstall of an installed game: the window's own preconditions.
-    account.*(game->profile->installedFlag) = !install;
+    account.Game(game->profile->id).installed = !install;
 
     TouchPayloads();
     auto start = std::chrono::steady_clock::now();

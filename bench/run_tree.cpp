@@ -13,8 +13,8 @@ RunTree MakeRunTree(const std::string& workFolder, const std::string& label, con
     tree.steamappsPath = tree.root + "/steamapps/";
     tree.account = "player";
     const SteamAccount place = AccountFolderEntry(tree.steamappsPath, tree.account);
-    const BackupFiles backup = BackupFilesOf(game, place);
-    tree.contentFolder = place.*game.contentFolder;
+    const BackupFiles backup = place.Game(game.id).backup;
+    tree.contentFolder = place.Game(game.id).contentFolder;
     tree.archivePath = backup.archive;
     tree.removalListPath = backup.removalList;
     std::filesystem::remove_all(tree.root);

@@ -13,10 +13,7 @@
 
 namespace {
 
-const char* State(const SteamAccount& place, const PlaceGame& game)
-{
-    return place.*game.installedFlag ? "installed" : place.*game.presentFlag ? "present" : "absent";
-}
+const char* State(const GameAtPlace& game) { return game.installed ? "installed" : game.present ? "present" : "absent"; }
 
 // A place as a command names it: its label, paths in Windows form.
 std::string Label(const SteamAccount& place) { return WindowsPath(texts::ChooserLabel(place)); }
@@ -32,8 +29,8 @@ std::string List(const std::vector<SteamAccount>& places)
 {
     std::string lines;
     for (std::size_t i = 0; i < places.size(); ++i)
-        lines += std::to_string(i + 1) + "\t" + Label(places[i]) + "\tcs16=" + State(places[i], cs16Profile) +
-                 "\tcss=" + State(places[i], cssProfile) + "\n";
+        lines += std::to_string(i + 1) + "\t" + Label(places[i]) + "\tcs16=" + State(places[i].Game(GameId::cs16)) +
+                 "\tcss=" + State(places[i].Game(GameId::css)) + "\n";
     return lines;
 }
 
@@ -44,7 +41,7 @@ CommandResult Done(const std::string& out, const std::string& summary) { return 
 // does; an uninstall where the configuration is installed nowhere has nothing to do.
 SteamAccount* PlaceFor(const Command& command, std::vector<SteamAccount>& places, int& number, CommandResult& refusal)
 {
-    const PlaceGame& game = *command.game;
+    const GameId game = command.game->id;
     const texts::Game& named = texts::Of(game);
     const bool install = command.kind == Command::Kind::install;
     const bool uninstall = command.kind == Command::Kind::uninstall;
@@ -57,9 +54,9 @@ SteamAccount* PlaceFor(const Command& command, std::vector<SteamAccount>& places
         }
         SteamAccount& place = places[number - 1];
         const std::string where = Where(number, place);
-        if (install && !(place.*game.presentFlag))
+        if (install && !place.Game(game).present)
             refusal = ErrorResult(exitStatus::noSuchPlace, texts::command::GameNotIn(named, where));
-        else if (!install && !(place.*game.installedFlag))
+        else if (!install && !place.Game(game).installed)
             refusal = uninstall ? nothingToUninstall
                                 : ErrorResult(exitStatus::installedOrNot, texts::command::NotInstalledIn(named, where));
         else
@@ -69,8 +66,9 @@ SteamAccount* PlaceFor(const Command& command, std::vector<SteamAccount>& places
     std::string fitting;
     bool anywhere = false;
     for (std::size_t i = 0; i < places.size(); ++i) {
-        anywhere = anywhere || places[i].*game.presentFlag;
-        if (places[i].*(install ? game.presentFlag : game.installedFlag)) {
+        const GameAtPlace& there = places[i].Game(game);
+        anywhere = anywhere || there.present;
+        if (install ? there.present : there.installed) {
             fitting += "  " + std::to_string(i + 1) + "\t" + Label(places[i]) + "\n";
             number = number == 0 ? static_cast<int>(i + 1) : -1;
         }
@@ -110,14 +108,14 @@ CommandResult Install(const GameProfile& game, SteamAccount& place, const std::v
 {
     // Installed already with every file as shipped: nothing is written (a logon script's every
     // run), and the game may stay open.
-    if (place.*game.installedFlag && FilesNotAsShipped(game, place).empty())
+    if (place.Game(game.id).installed && FilesNotAsShipped(game, place).empty())
         return Done(texts::command::alreadyInstalled, texts::summary::alreadyInstalled);
     // Only what changes files waits for the game to close.
     if (GameIsRunning(game))
-        return ErrorResult(exitStatus::gameRunning, texts::command::Running(texts::Of(game)));
+        return ErrorResult(exitStatus::gameRunning, texts::command::Running(texts::Of(game.id)));
     InstallOutcome outcome = InstallConfig(game, place, log, places, yes ? Rewrite::whatDiffers : Rewrite::onlyOurs);
     if (outcome.result == InstallOutcome::Result::changedSince)
-        return {exitStatus::installedOrNot, Differences(outcome.changed), texts::command::ChangedSince(texts::Of(game), where),
+        return {exitStatus::installedOrNot, Differences(outcome.changed), texts::command::ChangedSince(texts::Of(game.id), where),
                 texts::summary::ChangedSince(outcome.changed.size())};
     if (outcome.result != InstallOutcome::Result::installed) {
         const std::string at = AtWhy({outcome.path, outcome.reason});
@@ -125,7 +123,7 @@ CommandResult Install(const GameProfile& game, SteamAccount& place, const std::v
         return ErrorResult(exitStatus::installStopped, texts::InstallStopped(outcome) + "\n",
                            texts::summary::InstallStopped(at));
     }
-    return Done(std::string(texts::Of(game).installed) + "\n", texts::summary::installed);
+    return Done(std::string(texts::Of(game.id).installed) + "\n", texts::summary::installed);
 }
 
 CommandResult Uninstall(const GameProfile& game, SteamAccount& place, const std::vector<SteamAccount>& places,
@@ -139,10 +137,10 @@ CommandResult Uninstall(const GameProfile& game, SteamAccount& place, const std:
         return ErrorResult(exitStatus::backupKept, texts::BelongsElsewhere(folder) + "\n",
                            texts::summary::BelongsElsewhere(folder));
     if (!outcome.backupKept)
-        return Done(texts::Uninstalled(texts::Of(game), outcome) + "\n", texts::summary::uninstalled);
+        return Done(texts::Uninstalled(texts::Of(game.id), outcome) + "\n", texts::summary::uninstalled);
     const std::string at = AtWhy(outcome.firstFailure);
     outcome.firstFailure.path = folder;
-    return ErrorResult(exitStatus::backupKept, texts::Uninstalled(texts::Of(game), outcome) + "\n",
+    return ErrorResult(exitStatus::backupKept, texts::Uninstalled(texts::Of(game.id), outcome) + "\n",
                        texts::summary::BackupKept(at));
 }
 
@@ -168,7 +166,7 @@ CommandResult Run(const Command& command, std::vector<SteamAccount>& places, con
     if (command.kind == Command::Kind::verify)
         return Verify(game, *place);
     if (command.kind == Command::Kind::uninstall && GameIsRunning(game))
-        return ErrorResult(exitStatus::gameRunning, texts::command::Running(texts::Of(game)));
+        return ErrorResult(exitStatus::gameRunning, texts::command::Running(texts::Of(game.id)));
     if (command.kind == Command::Kind::install)
         return Install(game, *place, places, Where(number, *place), command.yes, log);
     return Uninstall(game, *place, places, log);

@@ -2,7 +2,6 @@
 
 #include "run_command.h"
 
-#include "steam_layouts.h"
 #include "system.h"
 #include "version.h"
 
@@ -33,13 +32,13 @@ bool AmongGameFolders(const std::string& path, const std::string& folder, const 
 {
     const std::string name = sys::NameKey(path.substr(path.find_last_of("/\\") + 1));
     for (const SteamAccount& place : places)
-        for (const PlaceGame* game : {&cs16AtPlace, &cssAtPlace}) {
+        for (const GameAtPlace& game : place.games) {
             std::string final;
-            if (sys::FinalPath(place.*game->gameFolder, final) && WithinFolder(folder, final))
+            if (sys::FinalPath(game.gameFolder, final) && WithinFolder(folder, final))
                 return true;
             if (!sys::FinalPath(place.folder, final) || sys::NameKey(final) != sys::NameKey(folder))
                 continue;
-            for (const std::string& backup : BackupFilesOf(*game, place).All())
+            for (const std::string& backup : game.backup.All())
                 if (sys::NameKey(backup.substr(backup.rfind('/') + 1)) == name)
                     return true;
         }
@@ -54,8 +53,8 @@ bool OneOfTheBackupFiles(const sys::File& log, const std::vector<SteamAccount>& 
     if (!log.IdentityOf(identity))
         return false;
     for (const SteamAccount& place : places)
-        for (const PlaceGame* game : {&cs16AtPlace, &cssAtPlace})
-            for (const std::string& backup : BackupFilesOf(*game, place).All()) {
+        for (const GameAtPlace& game : place.games)
+            for (const std::string& backup : game.backup.All()) {
                 sys::Identity other;
                 if (sys::IdentityOf(backup, other) && other == identity)
                     return true;

@@ -23,7 +23,7 @@ bool There(const std::string& path, Cover& cover)
 Cover ReadCover(const GameProfile& game, const SteamAccount& place, const std::set<std::string>& names,
                 const std::set<std::string>& paths)
 {
-    const BackupFiles backup = BackupFilesOf(game, place);
+    const BackupFiles& backup = place.Game(game.id).backup;
     Cover cover;
     cover.archiveExists = There(backup.archive, cover);
     if (cover.archiveExists && !cover.unreadable.Failed()) {
@@ -49,7 +49,7 @@ Cover ReadCover(const GameProfile& game, const SteamAccount& place, const std::s
     cover.listExists = There(backup.removalList, cover);
     if (cover.listExists && !cover.unreadable.Failed()) {
         const sys::Status read = ReadLines(backup.removalList, [&](const std::string& line) {
-            const PlacedLine placed = PlaceLine(line, game, place);
+            const PlacedLine placed = PlaceLine(line, place, game.id);
             if (paths.count(placed.path))
                 cover.listed.insert(placed.path);
             NoteNamedGame(placed.gameFolder, cover.namedGames);

@@ -1,15 +1,15 @@
 #pragma once
-// The fixed data that makes one install and one uninstall procedure serve both games: the game
-// as a place holds it (its folders, flags and backup files: steam_layouts.h), its payload and
-// its programs.
+// What makes one install and one uninstall procedure serve both games, beside what a place knows
+// of the game (GameAtPlace): its payload and its programs.
 
 #include <string>
 #include <vector>
 
 #include "embedded.h"
-#include "steam_layouts.h"
+#include "steam_account.h"
 
-struct GameProfile : PlaceGame {
+struct GameProfile {
+    GameId id;
     const EmbeddedContainer* payload;
     std::vector<std::string> programs;  // the game's own programs, lower case: while one runs, hands off
 };

@@ -48,7 +48,8 @@ std::string Relative(const std::string& path, const std::string& gameFolder)
 class Planner {
 public:
     Planner(const GameProfile& game, const SteamAccount& place, const Cover& cover, Rewrite rewrite)
-        : contentFolder(place.*game.contentFolder), gameFolder(place.*game.gameFolder), cover(cover), rewrite(rewrite)
+        : contentFolder(place.Game(game.id).contentFolder), gameFolder(place.Game(game.id).gameFolder), cover(cover),
+          rewrite(rewrite)
     {
     }
 
@@ -187,7 +188,7 @@ std::vector<Step> Steps(const GameProfile& game, const SteamAccount& place)
         step.data = record.data;
         step.size = record.size;
         step.bytes = {record.size, Sha256Of(record.data, record.size)};
-        step.target = place.*game.contentFolder + record.name;
+        step.target = place.Game(game.id).contentFolder + record.name;
         steps.push_back(std::move(step));
         return true;
     });
@@ -371,19 +372,21 @@ void TakeBackUnreached(const BackupFiles& backup, const std::vector<Step>& steps
     });
 }
 
-InstallOutcome LogStop(const InstallOutcome& outcome, const ActionLog& log)
+// Where an install stopped: the log says so, and the outcome whether the archive is there now.
+InstallOutcome LogStop(InstallOutcome outcome, const BackupFiles& backup, const ActionLog& log)
 {
     log("stopped", outcome.path);
+    outcome.installed = sys::PathExists(backup.archive);
     return outcome;
 }
 
 }  // namespace
 
-InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const ActionLog& givenLog,
+InstallOutcome InstallConfig(const GameProfile& game, const SteamAccount& place, const ActionLog& givenLog,
                              const std::vector<SteamAccount>& places, Rewrite rewrite)
 {
     const ActionLog log = givenLog ? givenLog : [](const char*, const std::string&) {};
-    const BackupFiles backup = BackupFilesOf(game, place);
+    const BackupFiles& backup = place.Game(game.id).backup;
     std::vector<Step> steps = Steps(game, place);
 
     // Only what this payload can make is looked for in the backup files.
@@ -397,13 +400,13 @@ InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const
     }
     const Cover cover = ReadCover(game, place, names, paths);
     if (cover.unreadable.Failed())
-        return LogStop({Result::writeFailed, cover.unreadable.path, cover.unreadable.reason}, log);
+        return LogStop({Result::writeFailed, cover.unreadable.path, cover.unreadable.reason}, backup, log);
     // Backup files copied here from another place would take this place's files for that one's.
-    const Belonging belonging = GameTheyBelongTo(cover.namedGames, game, place, places);
+    const Belonging belonging = GameTheyBelongTo(cover.namedGames, place, game.id, places);
     if (!belonging.elsewhere.empty())
-        return LogStop({Result::elsewhere, belonging.elsewhere, {}}, log);
+        return LogStop({Result::elsewhere, belonging.elsewhere, {}}, backup, log);
     if (belonging.unknown.Failed())
-        return LogStop({Result::writeFailed, belonging.unknown.path, belonging.unknown.reason}, log);
+        return LogStop({Result::writeFailed, belonging.unknown.path, belonging.unknown.reason}, backup, log);
 
     // Planned up to the step the install stops at, if it does.
     Planner planner(game, place, cover, rewrite);
@@ -416,36 +419,38 @@ InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const
     steps.resize(planned);
     // Stopped before its first file (the game's folder away, say): nothing to undo, nothing made.
     if (!steps.empty() && Planner::EndsHere(steps.front()))
-        return LogStop(steps.front().stop, log);
+        return LogStop(steps.front().stop, backup, log);
     // Someone else changed files since an install wrote them: nothing is written over them.
     if (!planner.changed.empty()) {
         InstallOutcome changed(Result::changedSince, std::string(), sys::Reason());
         changed.changed = planner.changed;
+        changed.installed = cover.archiveExists;
         return changed;
     }
     // Every file stands as shipped: nothing to write, not even the backup files.
     if (std::all_of(steps.begin(), steps.end(), [](const Step& step) { return step.skip; }) &&
         !Planner::EndsHere(steps.back())) {
-        place.*game.installedFlag = true;
-        return {};
+        InstallOutcome nothing;
+        nothing.installed = true;
+        return nothing;
     }
     std::vector<std::string> lines = planner.newLines;
     lines.insert(lines.end(), planner.newFolders.rbegin(), planner.newFolders.rend());
     WrittenAhead written;
-    InstallOutcome outcome = WriteAhead(backup, cover, place.*game.gameFolder, steps, lines, written);
+    InstallOutcome outcome = WriteAhead(backup, cover, place.Game(game.id).gameFolder, steps, lines, written);
     if (outcome.result != Result::installed)
-        return LogStop(outcome, log);
+        return LogStop(outcome, backup, log);
 
     std::size_t files = 0;
     for (std::size_t at = 0; at < steps.size(); ++at) {
         outcome = Carry(steps[at], log);
         if (outcome.result != Result::installed) {
             TakeBackUnreached(backup, steps, at, lines, written);
-            return LogStop(outcome, log);
+            return LogStop(outcome, backup, log);
         }
         files += steps[at].skip ? 0 : 1;
     }
-    place.*game.installedFlag = true;
     outcome.written = files;
+    outcome.installed = true;
     return outcome;
 }

@@ -41,6 +41,7 @@ struct InstallOutcome {
     sys::Reason reason;  // why: the system's answer, or the program's own refusal
     std::vector<NotAsShipped> changed;
     std::size_t written = 0;  // files written, when installed
+    bool installed = false;   // the backup archive is there now: the uninstall is offered
 };
 
 // Writes the game's payload into the place's content folder. Before it changes anything, what
@@ -50,8 +51,7 @@ struct InstallOutcome {
 // targets earlier installs did not (a first one, or one stopped part-way); after a first install
 // that ran to its end, a later one of the same set adds nothing to any of them. A stop leaves the
 // backup files covering what was done. Backup files that belong to the game at another of
-// `places` (copied here) stop it before anything is done. The installed flag is set once every
-// file is written. Each file backed up or written and each folder made goes to `log`, and so
+// `places` (copied here) stop it before anything is done. Each file backed up or written and each folder made goes to `log`, and so
 // does where the install stopped.
-InstallOutcome InstallConfig(const GameProfile& game, SteamAccount& place, const ActionLog& log = {},
+InstallOutcome InstallConfig(const GameProfile& game, const SteamAccount& place, const ActionLog& log = {},
                              const std::vector<SteamAccount>& places = {}, Rewrite rewrite = Rewrite::everyFile);

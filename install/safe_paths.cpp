@@ -120,11 +120,11 @@ bool IsAbsolutePathLine(const std::string& line)
     return true;
 }
 
-PlacedLine PlaceLine(const std::string& line, const PlaceGame& game, const SteamAccount& place)
+PlacedLine PlaceLine(const std::string& line, const SteamAccount& place, GameId game)
 {
     if (!IsAbsolutePathLine(line))
         return {};
-    const std::string& gameFolder = place.*game.gameFolder;
+    const std::string& gameFolder = place.Game(game).gameFolder;
     // The game's folder ends in steamapps/<account>/<game> or steamapps/common/<game>; a line
     // names it by the same three segments, the account's in any spelling.
     const std::vector<std::string> own = ResolvePath(gameFolder).segments;
@@ -147,7 +147,7 @@ PlacedLine PlaceLine(const std::string& line, const PlaceGame& game, const Steam
         std::string below = gameFolder;
         for (std::size_t next = at + 1; next < segments.size(); ++next)
             below += "/" + segments[next];
-        if (!IsRemovableLine(below, gameFolder, place.*game.contentFolder))
+        if (!IsRemovableLine(below, gameFolder, place.Game(game).contentFolder))
             continue;
         resolved.segments.resize(at + 1);
         return {below, JoinResolved(resolved, '/')};
@@ -166,10 +166,10 @@ void NoteNamedGame(const std::string& gameFolder, std::vector<std::string>& name
     named.push_back(gameFolder);
 }
 
-Belonging GameTheyBelongTo(const std::vector<std::string>& named, const PlaceGame& game, const SteamAccount& place,
+Belonging GameTheyBelongTo(const std::vector<std::string>& named, const SteamAccount& place, GameId game,
                            const std::vector<SteamAccount>& places)
 {
-    const std::string& here = place.*game.gameFolder;
+    const std::string& here = place.Game(game).gameFolder;
     std::vector<std::string> others;  // named in another spelling than this place's folder
     for (const std::string& folder : named)
         if (PlaceKey(folder) != PlaceKey(here))
@@ -193,9 +193,9 @@ Belonging GameTheyBelongTo(const std::vector<std::string>& named, const PlaceGam
     std::vector<std::pair<const std::string*, sys::Identity>> theirs;
     for (const SteamAccount& other : places) {
         sys::Identity identity;
-        if (other.*game.presentFlag && PlaceKey(other.*game.gameFolder) != PlaceKey(here) &&
-            identify(other.*game.gameFolder, identity))
-            theirs.emplace_back(&(other.*game.gameFolder), identity);
+        const GameAtPlace& there = other.Game(game);
+        if (there.present && PlaceKey(there.gameFolder) != PlaceKey(here) && identify(there.gameFolder, identity))
+            theirs.emplace_back(&there.gameFolder, identity);
     }
     sys::Identity hereIdentity;
     if (theirs.empty() || !identify(here, hereIdentity))

@@ -41,10 +41,10 @@ struct PlacedLine {
 // under another drive letter, still finds what an install made. Nothing when the line is no
 // absolute path (IsAbsolutePathLine), names no folder of this game, or when its part below that
 // folder is no line an install writes (IsRemovableLine). Costs time in proportion to its length.
-PlacedLine PlaceLine(const std::string& line, const PlaceGame& game, const SteamAccount& place);
-inline std::string LineAtPlace(const std::string& line, const PlaceGame& game, const SteamAccount& place)
+PlacedLine PlaceLine(const std::string& line, const SteamAccount& place, GameId game);
+inline std::string LineAtPlace(const std::string& line, const SteamAccount& place, GameId game)
 {
-    return PlaceLine(line, game, place).path;
+    return PlaceLine(line, place, game).path;
 }
 
 // Adds `gameFolder` (as a line or the record spells it) to `named` unless it names one there
@@ -65,7 +65,7 @@ struct Belonging {
 // folder by identity from this place's; here when the folder they name is this place's in
 // another spelling, or one that is not there any more (the Steam folder moved, a library back
 // under another drive letter).
-Belonging GameTheyBelongTo(const std::vector<std::string>& named, const PlaceGame& game, const SteamAccount& place,
+Belonging GameTheyBelongTo(const std::vector<std::string>& named, const SteamAccount& place, GameId game,
                            const std::vector<SteamAccount>& places);
 
 // Done when no link stands at `path` or on the way to it below `contentFolder` (which ends with

@@ -50,13 +50,13 @@ bool Restorable(const std::string& name, bool nameTooLong, const std::string& ta
     return !nameTooLong && IsWindowsName(name) && Utf16Length(target) <= sys::maxPathUnits;
 }
 
-BackupRead ReadBackupFiles(const BackupFiles& backup, const GameProfile& game, const SteamAccount& place)
+BackupRead ReadBackupFiles(const BackupFiles& backup, const GameAtPlace& at, const SteamAccount& place)
 {
     BackupRead read;
     std::set<std::string> seen;
     read.listRead = ReadBackup(backup.removalList, read.listExists, [&] {
         return ReadLines(backup.removalList, [&](const std::string& line) {
-            const PlacedLine placed = PlaceLine(line, game, place);
+            const PlacedLine placed = PlaceLine(line, place, at.id);
             if (!placed.path.empty() && seen.insert(sys::NameKey(placed.path)).second)
                 read.lines.push_back(placed.path);
             NoteNamedGame(placed.gameFolder, read.namedGames);
@@ -70,7 +70,7 @@ BackupRead ReadBackupFiles(const BackupFiles& backup, const GameProfile& game, c
     bool nameTooLong = false;
     std::uint32_t size = 0;
     while (archive.Next(name, nameTooLong, size)) {
-        const std::string target = place.*game.contentFolder + name;
+        const std::string target = at.contentFolder + name;
         if (Restorable(name, nameTooLong, target))
             read.restored.insert(sys::NameKey(target));
     }
@@ -119,12 +119,12 @@ bool FolderRemains(const std::string& folder, const std::vector<std::string>& re
 
 // The files the record says an install wrote, and those of this program's own set, each handed to
 // `removeIfOurs` with what tells whether it still holds our bytes.
-void RemoveOursByBytes(const BackupRead& read, const GameProfile& game, const SteamAccount& place,
+void RemoveOursByBytes(const BackupRead& read, const GameProfile& game, const GameAtPlace& at,
                        const std::function<void(const std::string&, const std::function<Sameness(std::uint64_t, sys::Reason&)>&)>&
                            removeIfOurs)
 {
-    const std::string& gameFolder = place.*game.gameFolder;
-    const std::string& contentFolder = place.*game.contentFolder;
+    const std::string& gameFolder = at.gameFolder;
+    const std::string& contentFolder = at.contentFolder;
     const std::string contentPath = contentFolder.substr(0, contentFolder.size() - 1);
     for (const auto& [key, versions] : read.record.files) {
         const std::string path = gameFolder + "/" + read.record.fileNames.at(key);
@@ -162,11 +162,11 @@ struct Remaining {
 // holds those bytes, each file of this program's own set holding exactly its bytes (no file the
 // archive puts back), then each listed or recorded folder, innermost first. Whatever of ours
 // could not go, or could not be looked at, remains.
-Remaining RemoveOurs(const BackupRead& read, const GameProfile& game, const SteamAccount& place, const ActionLog& log,
+Remaining RemoveOurs(const BackupRead& read, const GameProfile& game, const GameAtPlace& at, const ActionLog& log,
                      sys::Failure& first)
 {
-    const std::string& gameFolder = place.*game.gameFolder;
-    const std::string& contentFolder = place.*game.contentFolder;
+    const std::string& gameFolder = at.gameFolder;
+    const std::string& contentFolder = at.contentFolder;
     FolderView view(gameFolder, contentFolder);
     Remaining remaining;
     std::vector<std::string> folders;
@@ -219,9 +219,9 @@ Remaining RemoveOurs(const BackupRead& read, const GameProfile& game, const Stea
     // cannot be told from ours: those wait for an uninstall that can read the archive.
     if (!read.archiveRead) {
         remaining.ours = true;
-        first.NoteFirst(BackupFilesOf(game, place).archive, read.archiveRead.Why());
+        first.NoteFirst(at.backup.archive, read.archiveRead.Why());
     } else {
-        RemoveOursByBytes(read, game, place, removeIfOurs);
+        RemoveOursByBytes(read, game, at, removeIfOurs);
     }
     for (const auto& [key, relative] : read.record.folders) {
         const std::string path = gameFolder + "/" + relative;
@@ -332,23 +332,24 @@ void KeepUninstallOffered(const std::string& archivePath, bool allRestored)
 
 }  // namespace
 
-UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, const ActionLog& givenLog,
+UninstallOutcome UninstallConfig(const GameProfile& game, const SteamAccount& place, const ActionLog& givenLog,
                                  const std::vector<SteamAccount>& places)
 {
     const ActionLog log = givenLog ? givenLog : [](const char*, const std::string&) {};
-    const BackupFiles backup = BackupFilesOf(game, place);
+    const GameAtPlace& at = place.Game(game.id);
+    const BackupFiles& backup = at.backup;
     UninstallOutcome outcome;
     sys::Failure& first = outcome.firstFailure;
     const auto nothingChanged = [&] {
         outcome.backupKept = true;
-        place.*game.installedFlag = sys::PathExists(backup.archive);
+        outcome.installed = sys::PathExists(backup.archive);
         return outcome;
     };
 
     // The game moved, renamed, on a drive not mounted, behind a link whose target is gone: what
     // the backup files undo is not here, and a folder made in its place would take the player's
     // files back where the game is not. Nothing changes until it is back.
-    const std::string& gameFolder = place.*game.gameFolder;
+    const std::string& gameFolder = at.gameFolder;
     for (const std::string& folder : {gameFolder, gameFolder + "/cstrike"}) {
         const sys::Status there = sys::ReachFolder(folder);
         if (!there) {
@@ -360,7 +361,7 @@ UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, c
 
     // Backup files that cannot be read whole do not say where they belong, nor all that is ours:
     // nothing changes until they can be.
-    const BackupRead read = ReadBackupFiles(backup, game, place);
+    const BackupRead read = ReadBackupFiles(backup, at, place);
     if (!read.listRead || !read.recordRead) {
         first = !read.listRead ? sys::Failure{backup.removalList, read.listRead.Why()}
                                : sys::Failure{backup.record, read.recordRead.Why()};
@@ -368,7 +369,7 @@ UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, c
     }
     // Backup files copied here from the game at another place would put that player's files over
     // this one's, and take this one's for ours.
-    const Belonging belonging = GameTheyBelongTo(read.namedGames, game, place, places);
+    const Belonging belonging = GameTheyBelongTo(read.namedGames, place, game.id, places);
     if (!belonging.elsewhere.empty() || belonging.unknown.Failed()) {
         outcome.elsewhere = !belonging.elsewhere.empty();
         first = outcome.elsewhere ? sys::Failure{belonging.elsewhere, {}} : belonging.unknown;
@@ -379,8 +380,8 @@ UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, c
     if (sys::LookUp(backup.draft).kind == sys::EntryKind::file)
         static_cast<void>(sys::RemoveFile(backup.draft));
 
-    const Remaining remaining = RemoveOurs(read, game, place, log, first);
-    const bool restored = RestoreArchive(backup.archive, place.*game.contentFolder, log, first);
+    const Remaining remaining = RemoveOurs(read, game, at, log, first);
+    const bool restored = RestoreArchive(backup.archive, at.contentFolder, log, first);
 
     outcome.backupKept = !remaining.lines.empty() || remaining.ours || !restored;
     if (!outcome.backupKept) {
@@ -402,6 +403,6 @@ UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, c
             if (sys::PathExists(file))
                 log("kept", file);
     }
-    place.*game.installedFlag = sys::PathExists(backup.archive);
+    outcome.installed = sys::PathExists(backup.archive);
     return outcome;
 }

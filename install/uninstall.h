@@ -21,6 +21,7 @@ struct UninstallOutcome {
     // The backup files belong to the game at another place found, `firstFailure.path` (they were
     // copied here): nothing was changed, and they stay.
     bool elsewhere = false;
+    bool installed = false;  // the backup archive is there still: the uninstall is offered
 };
 
 // Deletes what the installs created, files first, then folders innermost first, and puts the
@@ -32,7 +33,7 @@ struct UninstallOutcome {
 // that no install could have written are passed over; a removal line names what it named below
 // this game's folder wherever the Steam folder or library is now. The backup files go only when
 // nothing of ours remains. With the game away, or backup files that belong to the game at
-// another of `places`, nothing changes. The installed flag follows the backup archive. Each file
-// or folder removed and each file restored goes to `log`, and so does what is kept.
-UninstallOutcome UninstallConfig(const GameProfile& game, SteamAccount& place, const ActionLog& log = {},
+// another of `places`, nothing changes. Each file or folder removed and each file restored goes
+// to `log`, and so does what is kept.
+UninstallOutcome UninstallConfig(const GameProfile& game, const SteamAccount& place, const ActionLog& log = {},
                                  const std::vector<SteamAccount>& places = {});

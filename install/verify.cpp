@@ -44,7 +44,7 @@ std::vector<NotAsShipped> FilesNotAsShipped(const GameProfile& game, const Steam
 {
     std::vector<NotAsShipped> differing;
     WalkRecords(game.payload->start, game.payload->length, 0, [&](const ContainerRecord& record) {
-        const std::string target = place.*game.contentFolder + record.name;
+        const std::string target = place.Game(game.id).contentFolder + record.name;
         sys::Reason why;
         const Sameness state = CompareFile(target, record.data, record.size, why);
         if (state != Sameness::same)

@@ -28,17 +28,21 @@ bool Found(const std::string& path, sys::Failure& failure)
     return entry.kind == sys::EntryKind::file || entry.kind == sys::EntryKind::folder;
 }
 
-// Tests the place's game folders and backup archives; true when it holds any of them.
-bool HoldsAnything(SteamAccount& place, sys::Failure& failure)
-{
-    for (const PlaceGame* game : {&cs16AtPlace, &cssAtPlace})
-        place.*game->presentFlag = Found(GameMarker(*game, place), failure);
-    for (const PlaceGame* game : {&cs16AtPlace, &cssAtPlace})
-        place.*game->installedFlag = Found(BackupFilesOf(*game, place).archive, failure);
-    return place.hasCs16 || place.hasCss || place.hasCs16Backup || place.hasCssBackup;
-}
-
 }  // namespace
+
+bool LookAt(SteamAccount& place, sys::Failure& failure)
+{
+    bool anything = false;
+    for (GameAtPlace& game : place.games) {
+        game.present = Found(game.marker, failure);
+        anything = anything || game.present;
+    }
+    for (GameAtPlace& game : place.games) {
+        game.installed = Found(game.backup.archive, failure);
+        anything = anything || game.installed;
+    }
+    return anything;
+}
 
 std::string PlaceKey(const std::string& path) { return AsciiLower(JoinResolved(ResolvePath(path), '/')); }
 
@@ -80,12 +84,12 @@ FoundGames FindGames(const std::string& steamappsPath)
             continue;
         // "." and ".." are tested like any other entry: the tests decide what counts.
         SteamAccount account = AccountFolderEntry(steamappsPath, entry.name);
-        if (HoldsAnything(account, found.failure))
+        if (LookAt(account, found.failure))
             found.places.push_back(account);
     }
     for (const std::string& libraryPath : SteamLibraries(steamappsPath)) {
         SteamAccount library = LibraryEntry(libraryPath);
-        if (HoldsAnything(library, found.failure))
+        if (LookAt(library, found.failure))
             found.places.push_back(library);
     }
     return found;

@@ -16,6 +16,11 @@ std::vector<std::string> SteamLibraries(const std::string& steamappsPath);
 // doubled and trailing separators, and "." and ".." segments make no difference there.
 std::string PlaceKey(const std::string& path);
 
+// Looks at what stands at the place now: each game's folder and backup archive (present,
+// installed). True when it holds any of them. What the system could not tell about is noted in
+// `failure`, unless an earlier one was.
+bool LookAt(SteamAccount& place, sys::Failure& failure);
+
 struct FoundGames {
     std::vector<SteamAccount> places;
     // The first folder or entry discovery could not look at (steamapps could not be listed, the

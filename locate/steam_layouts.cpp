@@ -1,14 +1,50 @@
 #include "steam_layouts.h"
 
+namespace {
+
+// What tells the two games apart at a place: their folders' names in each layout, and the names
+// of their backup files.
+struct GameNames {
+    const char* accountFolder;   // in an account folder
+    const char* libraryFolder;   // in a library's steamapps/common
+    const char* libraryContent;  // below the library's game folder, where the files go
+    const char* archive;
+    const char* removalList;
+    const char* record;
+};
+
+const GameNames& NamesOf(GameId id)
+{
+    static const GameNames cs16{"counter-strike",  "Half-Life", "cstrike/", "cs16ludax.bak", "cs16ludax_1.bak",
+                                "cs16ludax_2.bak"};
+    static const GameNames css{"counter-strike source", "Counter-Strike Source", "cstrike/custom/ludax/",
+                               "cssludax.bak",          "cssludax_1.bak",        "cssludax_2.bak"};
+    return id == GameId::css ? css : cs16;
+}
+
+// The game at `place`, whose folder is `gameFolder`, its presence marked by `marker`, its files
+// going to `contentFolder`.
+void Lay(SteamAccount& place, GameId id, const std::string& gameFolder, const std::string& marker,
+         const std::string& contentFolder)
+{
+    const GameNames& names = NamesOf(id);
+    const std::string removalList = place.folder + "/" + names.removalList;
+    place.Game(id) = {id, gameFolder, marker, contentFolder,
+                      {place.folder + "/" + names.archive, removalList, removalList + ".new", place.folder + "/" + names.record},
+                      false, false};
+}
+
+}  // namespace
+
 SteamAccount AccountFolderEntry(const std::string& steamappsPath, const std::string& name)
 {
     SteamAccount account;
     account.name = name;
     account.folder = steamappsPath + name;
-    account.cs16Game = account.folder + "/counter-strike";
-    account.cssGame = account.folder + "/counter-strike source";
-    account.cs16Content = account.cs16Game + "/cstrike/";
-    account.cssContent = account.cssGame + "/cstrike/";
+    for (GameId id : bothGames) {
+        const std::string game = account.folder + "/" + NamesOf(id).accountFolder;
+        Lay(account, id, game, game, game + "/cstrike/");
+    }
     return account;
 }
 
@@ -18,21 +54,9 @@ SteamAccount LibraryEntry(const std::string& libraryPath)
     library.name = libraryPath;
     library.library = true;
     library.folder = libraryPath + "/steamapps/common";
-    library.cs16Game = library.folder + "/Half-Life";
-    library.cssGame = library.folder + "/Counter-Strike Source";
-    library.cs16Content = library.cs16Game + "/cstrike/";
-    library.cssContent = library.cssGame + "/cstrike/custom/ludax/";
+    for (GameId id : bothGames) {
+        const std::string game = library.folder + "/" + NamesOf(id).libraryFolder;
+        Lay(library, id, game, game + "/cstrike", game + "/" + NamesOf(id).libraryContent);
+    }
     return library;
-}
-
-BackupFiles BackupFilesOf(const PlaceGame& game, const SteamAccount& place)
-{
-    const std::string removalList = place.folder + "/" + game.removalListName;
-    return {place.folder + "/" + game.archiveName, removalList, removalList + ".new",
-            place.folder + "/" + game.recordName};
-}
-
-std::string GameMarker(const PlaceGame& game, const SteamAccount& place)
-{
-    return place.library ? place.*game.gameFolder + "/cstrike" : place.*game.gameFolder;
 }

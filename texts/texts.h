@@ -147,8 +147,8 @@ inline constexpr Game css{
     "Counter-Strike: Source is running. Close the game, then press Retry.",
 };
 
-// The texts of the game a profile installs.
-inline const Game& Of(const PlaceGame& game) { return game.id == GameId::css ? css : cs16; }
+// The texts of a game.
+inline const Game& Of(GameId game) { return game == GameId::css ? css : cs16; }
 
 // The uninstall's message; when the backup files stayed, that it could not finish, the advice,
 // then the first thing it could not undo and why (a box captioned "Hiba:" with the warning icon).

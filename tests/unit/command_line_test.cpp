@@ -119,7 +119,7 @@ TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
     EXPECT_EQ(Ask({"/list"}).out, "");
     EXPECT_EQ(Ask({"/install", "cs16"}).status, 3);  // no place holds the game
     const SteamAccount place = AccountFolderEntry(steam.Apps(), "player");
-    WriteFile(place.cs16Content + "config.cfg", "player's config");
+    WriteFile(place.Game(GameId::cs16).contentFolder + "config.cfg", "player's config");
     EXPECT_EQ(Ask({"/list"}).out, "1\tplayer\tcs16=present\tcss=absent\n");
     // Nothing installed: nothing for an uninstall to do, wherever it looks.
     for (const Args& nothing : {Args{"/uninstall", "cs16"}, Args{"/uninstall", "cs16", "/place", "1"}, Args{"/uninstall", "css"}}) {
@@ -139,7 +139,7 @@ TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
 
     // Installed, every file as shipped: a logon script's every later run is a success that writes
     // nothing, /yes or not.
-    const std::string config = place.cs16Content + "config.cfg", ludaxCfg = place.cs16Content + "ludax.cfg";
+    const std::string config = place.Game(GameId::cs16).contentFolder + "config.cfg", ludaxCfg = place.Game(GameId::cs16).contentFolder + "ludax.cfg";
     const Tree asShipped = Snapshot(steam.Apps());
     for (const Args& again : {Args{"/install", "cs16"}, Args{"/install", "cs16", "/yes"}}) {
         const CommandResult result = Ask(again);
@@ -155,12 +155,12 @@ TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
     // Windows form; /install names the changed ones there too and writes nothing (4) unless /yes.
     WriteFile(config, "changed by hand");
     RemovePath(ludaxCfg);
-    std::string autobuy = ReadFile(place.cs16Content + "autobuy.txt");  // its size kept, one byte not
+    std::string autobuy = ReadFile(place.Game(GameId::cs16).contentFolder + "autobuy.txt");  // its size kept, one byte not
     autobuy.back() ^= 1;
-    WriteFile(place.cs16Content + "autobuy.txt", autobuy);
-    const std::string userconfig = place.cs16Content + "userconfig.cfg";  // a line added at its end
+    WriteFile(place.Game(GameId::cs16).contentFolder + "autobuy.txt", autobuy);
+    const std::string userconfig = place.Game(GameId::cs16).contentFolder + "userconfig.cfg";  // a line added at its end
     WriteFile(userconfig, ReadFile(userconfig) + "bind x quit\r\n");
-    const std::string menu = place.cs16Content + "commandmenu.txt";  // a folder in its place: there, not as shipped
+    const std::string menu = place.Game(GameId::cs16).contentFolder + "commandmenu.txt";  // a folder in its place: there, not as shipped
     RemovePath(menu);
     MakeFolders(menu);
     const CommandResult differs = Ask({"/verify", "cs16", "/place", "1"});
@@ -168,7 +168,7 @@ TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
     const auto has = [](const std::string& text, const std::string& line) { return text.find(line) != std::string::npos; };
     EXPECT_TRUE(has(differs.out, "changed\t" + Backslashed(config) + "\n")) << differs.out;
     EXPECT_TRUE(has(differs.out, "missing\t" + Backslashed(ludaxCfg) + "\n")) << differs.out;
-    EXPECT_TRUE(has(differs.out, "changed\t" + Backslashed(place.cs16Content + "autobuy.txt") + "\n")) << differs.out;
+    EXPECT_TRUE(has(differs.out, "changed\t" + Backslashed(place.Game(GameId::cs16).contentFolder + "autobuy.txt") + "\n")) << differs.out;
     EXPECT_TRUE(has(differs.out, "changed\t" + Backslashed(userconfig) + "\n")) << differs.out;
     EXPECT_TRUE(has(differs.out, "changed\t" + Backslashed(menu) + "\n")) << differs.out;
     EXPECT_EQ(std::count(differs.out.begin(), differs.out.end(), '\n'), 5) << differs.out;
@@ -176,7 +176,7 @@ TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
     RemovePath(menu);
     const CommandResult refused = Ask({"/install", "cs16"});
     EXPECT_EQ(refused.status, 4);
-    EXPECT_EQ(refused.out, "changed\t" + Backslashed(place.cs16Content + "autobuy.txt") + "\nchanged\t" +
+    EXPECT_EQ(refused.out, "changed\t" + Backslashed(place.Game(GameId::cs16).contentFolder + "autobuy.txt") + "\nchanged\t" +
                                Backslashed(config) + "\nchanged\t" + Backslashed(userconfig) + "\n");
     EXPECT_EQ(refused.err, "Files of the configuration of Counter-Strike 1.6 in place 1 (player) were changed since it "
                            "was installed (listed on standard output): add /yes to write them over.\n");
@@ -187,10 +187,10 @@ TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
     EXPECT_EQ(Ask({"/verify", "css"}).status, 3);  // in no place
 
     // A second place with the game: one of them must be named.
-    WriteFile(AccountFolderEntry(steam.Apps(), "second").cs16Content + "config.cfg", "second's config");
+    WriteFile(AccountFolderEntry(steam.Apps(), "second").Game(GameId::cs16).contentFolder + "config.cfg", "second's config");
     EXPECT_EQ(Ask({"/install", "cs16"}).status, 3);
     EXPECT_EQ(Ask({"/uninstall", "cs16"}).status, 0);  // installed in one place only
-    EXPECT_EQ(ReadFile(place.cs16Content + "config.cfg"), "player's config");
+    EXPECT_EQ(ReadFile(place.Game(GameId::cs16).contentFolder + "config.cfg"), "player's config");
     EXPECT_EQ(Ask({"/uninstall", "cs16"}).out, "not installed\n");
     EXPECT_EQ(Ask({"/verify", "cs16", "/place", "1"}).status, 4);  // not installed
     EXPECT_EQ(Ask({"/verify", "cs16"}).status, 4);
@@ -249,9 +249,9 @@ TEST(CommandLine, AFileThatCannotBeReadIsNamedWithTheReasonNotCalledChanged)
 {
     RegisteredSteam steam;
     const SteamAccount place = AccountFolderEntry(steam.Apps(), "player");
-    WriteFile(place.cs16Content + "config.cfg", "player's config");
+    WriteFile(place.Game(GameId::cs16).contentFolder + "config.cfg", "player's config");
     ASSERT_EQ(Ask({"/install", "cs16"}).status, 0);
-    const std::string config = place.cs16Content + "config.cfg";
+    const std::string config = place.Game(GameId::cs16).contentFolder + "config.cfg";
     const std::string unreadable = "unreadable\t" + Backslashed(config) + "\t";
 #ifdef _WIN32
     // Another program holds it open, letting nobody in.
@@ -284,27 +284,27 @@ TEST(CommandLine, AnInstallThatStopsIs6AndAnUninstallThatKeepsItsBackupsIs7)
 #endif
     RegisteredSteam steam;
     const SteamAccount place = AccountFolderEntry(steam.Apps(), "player");
-    WriteFile(place.cs16Content + "config.cfg", "player's config");
-    MakeFolders(place.cs16Content + "autobuy.txt/in the way");  // a folder where a file must go
+    WriteFile(place.Game(GameId::cs16).contentFolder + "config.cfg", "player's config");
+    MakeFolders(place.Game(GameId::cs16).contentFolder + "autobuy.txt/in the way");  // a folder where a file must go
     TempFolder logs;
     const std::string log = logs.Path() + "/ludax.log";
     const CommandResult stopped = Ask({"/install", "cs16", "/log", log});
     EXPECT_EQ(stopped.status, 6);
     EXPECT_EQ(LogFields(ReadFile(log)).back(),
-              (std::vector<std::string>{"ended", "6", "the install stopped at " + Backslashed(place.cs16Content) +
+              (std::vector<std::string>{"ended", "6", "the install stopped at " + Backslashed(place.Game(GameId::cs16).contentFolder) +
                                                           "autobuy.txt: " + folderInTheWay}));
-    EXPECT_EQ(stopped.err, "Could not back up the file\n" + Backslashed(place.cs16Content) + "autobuy.txt\n" +
+    EXPECT_EQ(stopped.err, "Could not back up the file\n" + Backslashed(place.Game(GameId::cs16).contentFolder) + "autobuy.txt\n" +
                                folderInTheWay + "\nNothing more was changed.\n");
-    RemovePath(place.cs16Content + "autobuy.txt/in the way");
-    RemovePath(place.cs16Content + "autobuy.txt");
+    RemovePath(place.Game(GameId::cs16).contentFolder + "autobuy.txt/in the way");
+    RemovePath(place.Game(GameId::cs16).contentFolder + "autobuy.txt");
     EXPECT_EQ(Ask({"/install", "cs16", "/yes"}).status, 0);
-    RemovePath(place.cs16Content + "config.cfg");
-    MakeFolders(place.cs16Content + "config.cfg/in the way");  // the player's file cannot come back
+    RemovePath(place.Game(GameId::cs16).contentFolder + "config.cfg");
+    MakeFolders(place.Game(GameId::cs16).contentFolder + "config.cfg/in the way");  // the player's file cannot come back
     const CommandResult kept = Ask({"/uninstall", "cs16"});
     EXPECT_EQ(kept.status, 7);
     EXPECT_EQ(kept.err, "Counter Strike LUDAX config could not be fully uninstalled.\nSome files could not be put back "
                         "or removed, so the backup was kept. Close the programs that use the game's files, free some "
-                        "disk space, then uninstall again.\n" + Backslashed(place.cs16Content) + "config.cfg\n" +
+                        "disk space, then uninstall again.\n" + Backslashed(place.Game(GameId::cs16).contentFolder) + "config.cfg\n" +
                             folderInTheWay + "\n");
 }
 
@@ -313,21 +313,21 @@ TEST(CommandLine, ALogIsRefusedByWhatTheSystemFindsNotBySpelling)
     // An installed place: both games, backup files, a player's config, and a folder beside Steam.
     RegisteredSteam steam;
     const SteamAccount place = AccountFolderEntry(steam.Apps(), "player");
-    WriteFile(place.cs16Content + "config.cfg", "player's config");
-    WriteFile(place.cssContent + "cfg/config.cfg", "player's config");
+    WriteFile(place.Game(GameId::cs16).contentFolder + "config.cfg", "player's config");
+    WriteFile(place.Game(GameId::css).contentFolder + "cfg/config.cfg", "player's config");
     ASSERT_EQ(Ask({"/install", "cs16"}).status, 0);
     TempFolder elsewhere;
     const std::string e = elsewhere.Path();
     const Tree before = Snapshot(steam.Apps());
 
     std::vector<std::string> refused = {
-        place.cs16Content + "config.cfg", place.cssGame + "/new.log", place.folder + "/cssludax.bak",
-        place.folder + "/cs16ludax_1.bak.new", place.folder + "/cs16ludax_2.bak", place.cs16Game + "/./cstrike/../x.log",
+        place.Game(GameId::cs16).contentFolder + "config.cfg", place.Game(GameId::css).gameFolder + "/new.log", place.folder + "/cssludax.bak",
+        place.folder + "/cs16ludax_1.bak.new", place.folder + "/cs16ludax_2.bak", place.Game(GameId::cs16).gameFolder + "/./cstrike/../x.log",
         e + "/game/x.log",     // a link to the game's folder
         e + "/archive.log",    // a link to the archive
         e + "/list.log",       // a second name (hard link) of the removal list
     };
-    ASSERT_TRUE(MakeLink(place.cs16Game, e + "/game"));
+    ASSERT_TRUE(MakeLink(place.Game(GameId::cs16).gameFolder, e + "/game"));
     ASSERT_TRUE(MakeLink(place.folder + "/cs16ludax.bak", e + "/archive.log"));
     std::filesystem::create_hard_link(std::filesystem::u8path(place.folder + "/cs16ludax_1.bak"),
                                       std::filesystem::u8path(e + "/list.log"));
@@ -335,7 +335,7 @@ TEST(CommandLine, ALogIsRefusedByWhatTheSystemFindsNotBySpelling)
     // Another drive for the same folder, the 8.3 short names, and the "\\?\" and "\\.\" forms.
     ASSERT_TRUE(MapDrive("M", steam.Apps()));
     for (const std::string& file : {place.folder + "/cs16ludax.bak", place.folder + "/cs16ludax_1.bak",
-                                    place.cs16Content + "config.cfg"}) {
+                                    place.Game(GameId::cs16).contentFolder + "config.cfg"}) {
         const std::string shortName = ShortPath(file);
         ASSERT_FALSE(shortName.empty()) << file;
         refused.push_back(shortName);
@@ -354,11 +354,11 @@ TEST(CommandLine, ALogIsRefusedByWhatTheSystemFindsNotBySpelling)
     {
         // Relative: a log from inside the game's folder, and Steam named relative to where the
         // script runs (the registry's Steam too).
-        InFolder inGame(place.cs16Content);
+        InFolder inGame(place.Game(GameId::cs16).contentFolder);
         EXPECT_EQ(Ask({"/verify", "cs16", "/log", "x.log"}).status, 1);
         InFolder beside(steam.Apps() + "..");
-        EXPECT_EQ(Ask({"/verify", "cs16", "/steam", ".", "/log", place.cs16Content + "x.log"}).status, 1);
-        EXPECT_EQ(Ask({"/verify", "cs16", "/steam", elsewhere.Path(), "/log", place.cs16Content + "x.log"}).status, 1);
+        EXPECT_EQ(Ask({"/verify", "cs16", "/steam", ".", "/log", place.Game(GameId::cs16).contentFolder + "x.log"}).status, 1);
+        EXPECT_EQ(Ask({"/verify", "cs16", "/steam", elsewhere.Path(), "/log", place.Game(GameId::cs16).contentFolder + "x.log"}).status, 1);
     }
 #ifdef _WIN32
     EXPECT_TRUE(MapDrive("M", ""));
@@ -385,7 +385,7 @@ TEST(CommandLine, ALogIsRefusedByWhatTheSystemFindsNotBySpelling)
 TEST(CommandLine, TheLogRecordsEachRunFromItsStartToItsEndRefusedRunsIncluded)
 {
     RegisteredSteam steam;
-    WriteFile(AccountFolderEntry(steam.Apps(), "player").cs16Content + "config.cfg", "player's config");
+    WriteFile(AccountFolderEntry(steam.Apps(), "player").Game(GameId::cs16).contentFolder + "config.cfg", "player's config");
     TempFolder share;
     const std::string log = share.Path() + "/pc37.log";
     for (Args args : {Args{"/install", "cs16"}, Args{"/install", "cs16"}, Args{"/install", "css"}}) {

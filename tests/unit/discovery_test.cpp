@@ -119,10 +119,10 @@ TEST(Discovery, FindGamesKeepsQualifyingFoldersInListingOrder)
     ASSERT_EQ(accounts.size(), expectedOrder.size() + 2);
     for (const SteamAccount& a : accounts) {
         SCOPED_TRACE(a.name);
-        EXPECT_EQ(a.hasCs16, a.name == "alice" || a.name == "erin" || a.name == ".");
-        EXPECT_EQ(a.hasCss, a.name == "bob" || a.name == "..");
-        EXPECT_EQ(a.hasCs16Backup, a.name == "carol");
-        EXPECT_EQ(a.hasCssBackup, a.name == "bob" || a.name == "frank");
+        EXPECT_EQ(a.hasCs16(), a.name == "alice" || a.name == "erin" || a.name == ".");
+        EXPECT_EQ(a.hasCss(), a.name == "bob" || a.name == "..");
+        EXPECT_EQ(a.hasCs16Backup(), a.name == "carol");
+        EXPECT_EQ(a.hasCssBackup(), a.name == "bob" || a.name == "frank");
     }
     // No steamapps: nothing found, and why.
     const FoundGames none = FindGames(steam.Path() + "/missing/");
@@ -197,24 +197,24 @@ TEST(Discovery, AccountFoldersFirstThenEveryLibraryInOrder)
 
     const SteamAccount& alice = found[0];
     EXPECT_EQ(alice.folder, apps + "alice");
-    EXPECT_EQ(alice.cs16Content, apps + "alice/counter-strike/cstrike/");
-    EXPECT_EQ(alice.cssContent, apps + "alice/counter-strike source/cstrike/");
+    EXPECT_EQ(alice.Game(GameId::cs16).contentFolder, apps + "alice/counter-strike/cstrike/");
+    EXPECT_EQ(alice.Game(GameId::css).contentFolder, apps + "alice/counter-strike source/cstrike/");
 
     const SteamAccount& own = found[1];
     EXPECT_EQ(own.folder, steam.Path() + "/steamapps/common");
-    EXPECT_EQ(own.cs16Content, steam.Path() + "/steamapps/common/Half-Life/cstrike/");
-    EXPECT_EQ(own.cssContent, steam.Path() + "/steamapps/common/Counter-Strike Source/cstrike/custom/ludax/");
-    EXPECT_TRUE(own.hasCs16 && own.hasCss && !own.hasCs16Backup && !own.hasCssBackup);
+    EXPECT_EQ(own.Game(GameId::cs16).contentFolder, steam.Path() + "/steamapps/common/Half-Life/cstrike/");
+    EXPECT_EQ(own.Game(GameId::css).contentFolder, steam.Path() + "/steamapps/common/Counter-Strike Source/cstrike/custom/ludax/");
+    EXPECT_TRUE(own.hasCs16() && own.hasCss() && !own.hasCs16Backup() && !own.hasCssBackup());
 
     const SteamAccount& library = found[2];
     EXPECT_EQ(library.folder, secondAsWritten + "/steamapps/common");
-    EXPECT_EQ(library.cssContent, secondAsWritten + "/steamapps/common/Counter-Strike Source/cstrike/custom/ludax/");
-    EXPECT_TRUE(!library.hasCs16 && library.hasCss && !library.hasCs16Backup && !library.hasCssBackup);
-    EXPECT_EQ(SelectAccount(found, 2).cssInstall, true);
-    EXPECT_EQ(SelectAccount(found, 2).cs16Install, false);
+    EXPECT_EQ(library.Game(GameId::css).contentFolder, secondAsWritten + "/steamapps/common/Counter-Strike Source/cstrike/custom/ludax/");
+    EXPECT_TRUE(!library.hasCs16() && library.hasCss() && !library.hasCs16Backup() && !library.hasCssBackup());
+    EXPECT_EQ(SelectAccount(found, 2)[1].install, true);
+    EXPECT_EQ(SelectAccount(found, 2)[0].install, false);
 
     const SteamAccount& leftover = found[3];
-    EXPECT_TRUE(!leftover.hasCs16 && !leftover.hasCss && leftover.hasCs16Backup && !leftover.hasCssBackup);
+    EXPECT_TRUE(!leftover.hasCs16() && !leftover.hasCss() && leftover.hasCs16Backup() && !leftover.hasCssBackup());
 }
 
 TEST(Discovery, LibraryListsAreReadFromSteamappsThenConfigEachLibraryOnce)
@@ -251,11 +251,11 @@ TEST(Discovery, LibraryListsAreReadFromSteamappsThenConfigEachLibraryOnce)
 TEST(Discovery, ButtonsFollowGameFoldersAndBackups)
 {
     std::vector<SteamAccount> accounts(2);
-    accounts[0].hasCs16 = accounts[0].hasCssBackup = true;
-    accounts[1].hasCss = accounts[1].hasCs16Backup = true;
+    accounts[0].Game(GameId::cs16).present = accounts[0].Game(GameId::css).installed = true;
+    accounts[1].Game(GameId::css).present = accounts[1].Game(GameId::cs16).installed = true;
     const auto states = [&](int selected) {
         const ButtonStates b = SelectAccount(accounts, selected);
-        return std::vector<bool>{b.cs16Install, b.cs16Uninstall, b.cssInstall, b.cssUninstall};
+        return std::vector<bool>{b[0].install, b[0].uninstall, b[1].install, b[1].uninstall};
     };
     EXPECT_EQ(states(0), (std::vector<bool>{true, false, false, true}));
     EXPECT_EQ(states(1), (std::vector<bool>{false, true, true, false}));

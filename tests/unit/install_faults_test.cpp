@@ -130,7 +130,7 @@ const World unchanged{"", InstallScene::Layout::account, nothing, same, nothing}
 SteamAccount SecondLibrary(Elsewhere& elsewhere)
 {
     SteamAccount second = LibraryEntry(elsewhere.Path("library"));
-    second.hasCs16 = true;
+    second.Game(GameId::cs16).present = true;
     return second;
 }
 
@@ -153,14 +153,14 @@ const std::vector<World> worlds = {
      [](InstallScene& scene, Elsewhere&) { std::filesystem::rename(scene.steam.Path() + "-renamed", scene.steam.Path()); }},
     {"the game's folder moved away", InstallScene::Layout::account, nothing,
      [](InstallScene& scene, Elsewhere& elsewhere) {
-         std::filesystem::rename(scene.account.cs16Game, elsewhere.Path("parked"));
+         std::filesystem::rename(scene.account.Game(GameId::cs16).gameFolder, elsewhere.Path("parked"));
          return Placed{scene.account, {scene.account}};
      },
-     [](InstallScene& scene, Elsewhere& elsewhere) { std::filesystem::rename(elsewhere.Path("parked"), scene.account.cs16Game); }},
+     [](InstallScene& scene, Elsewhere& elsewhere) { std::filesystem::rename(elsewhere.Path("parked"), scene.account.Game(GameId::cs16).gameFolder); }},
     {"the target of the link to the game removed", InstallScene::Layout::account,
      [](InstallScene& scene, Elsewhere& elsewhere) {
-         std::filesystem::rename(scene.account.cs16Game, elsewhere.Path("game"));
-         std::filesystem::create_directory_symlink(elsewhere.Path("game"), scene.account.cs16Game);
+         std::filesystem::rename(scene.account.Game(GameId::cs16).gameFolder, elsewhere.Path("game"));
+         std::filesystem::create_directory_symlink(elsewhere.Path("game"), scene.account.Game(GameId::cs16).gameFolder);
      },
      [](InstallScene& scene, Elsewhere& elsewhere) {
          std::filesystem::rename(elsewhere.Path("game"), elsewhere.Path("parked"));
@@ -186,8 +186,8 @@ const std::vector<World> worlds = {
     {"the backup files copied to the game at another place", InstallScene::Layout::library,
      [](InstallScene&, Elsewhere& elsewhere) {
          const SteamAccount second = SecondLibrary(elsewhere);
-         WriteFile(second.cs16Content + "a.txt", "the second player's a.txt");
-         WriteFile(second.cs16Content + "cfg/config.cfg", "the second player's config");
+         WriteFile(second.Game(GameId::cs16).contentFolder + "a.txt", "the second player's a.txt");
+         WriteFile(second.Game(GameId::cs16).contentFolder + "cfg/config.cfg", "the second player's config");
      },
      [](InstallScene& scene, Elsewhere& elsewhere) {
          const SteamAccount second = SecondLibrary(elsewhere);

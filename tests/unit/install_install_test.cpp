@@ -41,9 +41,11 @@ TEST(Install, AFirstInstallKeepsWhatItOverwritesAndListsWhatItMakesInContainerOr
             RemovePath(cstrike);
         for (const PayloadFile& file : c.players)
             WriteFile(scene.content + file.name, file.data);
-        EXPECT_EQ(scene.Install().result, Result::installed) << c.what;
+        const InstallOutcome outcome = scene.Install();
+        EXPECT_EQ(outcome.result, Result::installed) << c.what;
+        EXPECT_TRUE(outcome.installed) << c.what;
         EXPECT_TRUE(scene.PayloadWritten()) << c.what;
-        EXPECT_TRUE(scene.account.hasCs16Backup && !scene.account.hasCssBackup) << c.what;
+        EXPECT_FALSE(Exists(scene.accountFolder + "/cssludax.bak")) << c.what;
         std::string archive = archiveHeader, list;
         for (const PayloadFile& record : c.kept)
             archive += Record(record.name, record.data);
@@ -65,12 +67,12 @@ TEST(Install, ReinstallAfterYesRewritesTargetsAndLeavesTheBackupFilesAlone)
 
     WriteFile(scene.content + "cfg/ludax/binds.cfg", "edited after the install");
     WriteFile(scene.content + "resource/background/x.tga", "");
-    EXPECT_EQ(scene.Install().result, Result::installed);
-
+    const InstallOutcome again = scene.Install();
+    EXPECT_EQ(again.result, Result::installed);
+    EXPECT_TRUE(again.installed);
     EXPECT_TRUE(scene.PayloadWritten());
     EXPECT_EQ(ReadFile(scene.archivePath), archive);
     EXPECT_EQ(ReadFile(scene.removalListPath), list);
-    EXPECT_TRUE(scene.account.hasCs16Backup);
 }
 
 TEST(Install, ALaterInstallCoversWhatANewerSetOrThePlayerAddedAndUndoesNothingEarlier)

@@ -24,7 +24,7 @@ TEST(Links, UninstallNeitherDeletesNorWritesThroughALink)
     const std::string& c = scene.content;
     WriteFile(c + "kept.cfg", "the player's");
     ASSERT_TRUE(MakeLink(other.folder, c + "cfg"));
-    const std::string& game = scene.account.cs16Game;
+    const std::string& game = scene.account.Game(GameId::cs16).gameFolder;
     ASSERT_TRUE(MakeLink(other.folder, game + "/linked"));
     std::string list = c + "cfg/binds.cfg\r\n" + game + "/linked\r\n" + game + "/linked/binds.cfg\r\n" + c + "cfg\r\n";
     std::string archive = archiveHeader + Record("cfg/binds.cfg", "restored through a link") + Record("kept.cfg", "restored");
@@ -62,7 +62,7 @@ TEST(Links, AGameMovedToAnotherDriveInstallsAndUninstallsLikeAnyOther)
         MakeFolders(elsewhere + (std::string(moved) == "/counter-strike" ? "/cstrike" : ""));
         RemovePath(scene.content.substr(0, scene.content.size() - 1));
         if (std::string(moved) == "/counter-strike")
-            RemovePath(scene.account.cs16Game);
+            RemovePath(scene.account.Game(GameId::cs16).gameFolder);
         ASSERT_TRUE(MakeLink(elsewhere, scene.accountFolder + moved)) << moved;
         WriteFile(scene.content + "a.txt", "player's a");
         const Tree before = Snapshot(drive.Path());

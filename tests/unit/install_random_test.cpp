@@ -30,8 +30,8 @@ public:
         WriteFile(scene.content + "cfg/config.cfg", std::string("the player's config\0\xFF", 21));
         WriteFile(scene.content + "cfg/own.cfg", "the player's own");
         start = Snapshot(scene.steam.Path());
-        second.hasCs16 = true;
-        WriteFile(second.cs16Content + "a.txt", "the second player's a.txt");
+        second.Game(GameId::cs16).present = true;
+        WriteFile(second.Game(GameId::cs16).contentFolder + "a.txt", "the second player's a.txt");
         secondStart = Snapshot(secondLibrary.Path());
     }
 
@@ -43,7 +43,7 @@ public:
             spelled = !spelled;
             return true;
         case 1:
-            std::filesystem::rename(away ? parked : scene.account.cs16Game, away ? scene.account.cs16Game : parked);
+            std::filesystem::rename(away ? parked : scene.account.Game(GameId::cs16).gameFolder, away ? scene.account.Game(GameId::cs16).gameFolder : parked);
             away = !away;
             return true;
         case 2:
@@ -66,7 +66,7 @@ public:
     bool PutBackAndUninstall(std::string& why)
     {
         if (away)
-            std::filesystem::rename(parked, scene.account.cs16Game);
+            std::filesystem::rename(parked, scene.account.Game(GameId::cs16).gameFolder);
         away = spelled = false;
         if (Exists(scene.archivePath) && scene.Uninstall().backupKept) {
             why = "the last uninstall kept the backup";
@@ -154,7 +154,7 @@ private:
         if (!spelled)
             return scene.account;
         SteamAccount place = LibraryEntry(SpelledAnew(scene.steam.Path()));
-        place.hasCs16 = true;
+        place.Game(GameId::cs16).present = true;
         return place;
     }
 

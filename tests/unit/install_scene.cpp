@@ -14,11 +14,11 @@ InstallScene::InstallScene(const std::vector<PayloadFile>& files, Layout layout)
       account(layout == Layout::library ? LibraryEntry(steam.Path()) : AccountFolderEntry(steamapps, "player")),
       accountFolder(account.folder),
       profile(cs16Profile),
-      content(account.cs16Content),
-      archivePath(BackupFilesOf(profile, account).archive),
-      removalListPath(BackupFilesOf(profile, account).removalList)
+      content(account.Game(GameId::cs16).contentFolder),
+      archivePath(account.Game(profile.id).backup.archive),
+      removalListPath(account.Game(profile.id).backup.removalList)
 {
-    account.hasCs16 = account.hasCss = true;
+    account.Game(GameId::cs16).present = account.Game(GameId::css).present = true;
     MakeFolders(content);
     Repack(files);
 }

@@ -10,6 +10,7 @@
 #include "game_profile.h"
 #include "install.h"
 #include "steam_account.h"
+#include "steam_layouts.h"
 #include "test_files.h"
 #include "uninstall.h"
 

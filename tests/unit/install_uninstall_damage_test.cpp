@@ -136,7 +136,7 @@ TEST(UninstallPassesOver, LinesAndRecordsNoInstallCouldHaveWritten)
     WriteFile(c + "two.cfg", "ours");
     std::string list = c + "one.cfg\r\n";
     for (const std::string& line :
-         {scene.account.cs16Game, a, a + "/cs16ludax.bak", a + "/CSSLUDAX.BAK", a + "/cssludax_1.bak", c + "aux",
+         {scene.account.Game(GameId::cs16).gameFolder, a, a + "/cs16ludax.bak", a + "/CSSLUDAX.BAK", a + "/cssludax_1.bak", c + "aux",
           c + "cfg.", std::string(c + "two.cfg").insert(c.size(), 1, '\0'), c + std::string(300, 'l'),
           a + "/half-life/valve/config.cfg", c + "../../half-life/valve/config.cfg", steam + "/config/loginusers.vdf",
           c + "../../../../../config/loginusers.vdf"})

@@ -26,13 +26,12 @@ TEST(Uninstall, PutsTheAccountFolderBackAsItWasBeforeTheFirstInstall)
         WriteFile(scene.accountFolder + "/counter-strike source/cstrike/a.txt", "the other game");
         const Tree before = Snapshot(scene.accountFolder);
 
-        scene.Install();
+        EXPECT_TRUE(scene.Install().installed) << c.what;
         ASSERT_TRUE(scene.PayloadWritten()) << c.what;
-        EXPECT_FALSE(scene.Uninstall().backupKept);
-
+        const UninstallOutcome outcome = scene.Uninstall();
+        EXPECT_FALSE(outcome.backupKept);
+        EXPECT_FALSE(outcome.installed);
         EXPECT_EQ(Snapshot(scene.accountFolder), before) << c.what;  // backup files gone too
-        EXPECT_FALSE(scene.account.hasCs16Backup);
-        EXPECT_TRUE(scene.account.hasCs16);
     }
 }
 
@@ -58,8 +57,9 @@ TEST(Uninstall, ArchiveMissingTooShortOrWithAnyHeader)
         WriteFile(scene.content + "a.txt", "the player's a.txt");
         scene.Install();
         RemovePath(scene.archivePath);
-        EXPECT_FALSE(scene.Uninstall().backupKept);
-        EXPECT_FALSE(scene.account.hasCs16Backup);
+        const UninstallOutcome outcome = scene.Uninstall();
+        EXPECT_FALSE(outcome.backupKept);
+        EXPECT_FALSE(outcome.installed);
         EXPECT_EQ(Snapshot(scene.accountFolder), (Tree{{"counter-strike", "<folder>"}, {"counter-strike/cstrike", "<folder>"}}));
     }
     // At most four bytes restore nothing; any four bytes head the records.

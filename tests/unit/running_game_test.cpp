@@ -89,7 +89,7 @@ TEST(RunningGame, EitherGamesProgramsAreFoundByNameInAnyLetterCase)
     // A LAN admin's install and uninstall meet the game left open; an install that finds every
     // file as shipped changes nothing, so it need not wait.
     RegisteredSteam steam;
-    WriteFile(AccountFolderEntry(steam.Apps(), "player").cs16Content + "config.cfg", "player's");
+    WriteFile(AccountFolderEntry(steam.Apps(), "player").Game(GameId::cs16).contentFolder + "config.cfg", "player's");
     Command install, uninstall;
     std::string error;
     ASSERT_TRUE(ParseCommandLine({"/install", "cs16"}, install, error));

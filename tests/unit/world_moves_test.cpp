@@ -29,81 +29,81 @@ TEST(RemovalLines, NameWhatTheyNamedWhereverTheFoldersAboveTheGameAreNow)
     const std::string css = "N:\\SteamLibrary/steamapps/common/Counter-Strike Source";
     struct Case {
         const SteamAccount& place;
-        const PlaceGame& game;
+        GameId game;
         std::string line;
         std::string now;  // empty: passed over
     };
     const Case cases[] = {
         // Steam spelled anew: letter case, separators, doubled and trailing ones, . and ..
-        {account, cs16AtPlace, "c:/games/STEAM/steamapps/player/counter-strike/cstrike/cfg/a.cfg", cs16 + "/cstrike/cfg/a.cfg"},
-        {account, cs16AtPlace, "C:\\Games\\\\Steam\\.\\steamapps\\x\\..\\player\\counter-strike\\cstrike\\a.cfg", cs16 + "/cstrike/a.cfg"},
-        {account, cs16AtPlace, "D:/Old/Steam/steamapps/Player/COUNTER-STRIKE/cstrike/resource/", cs16 + "/cstrike/resource"},
-        {account, cs16AtPlace, "E:/steamapps/renamed/counter-strike/cstrike/cfg/./x/../a.cfg", cs16 + "/cstrike/cfg/a.cfg"},
-        {account, cs16AtPlace, "C:/Games/Steam/steamapps/player/counter-strike/cstrike", cs16 + "/cstrike"},
-        {named, cs16AtPlace, "C:/S/steamapps/counter-strike/counter-strike/cstrike/a.cfg",
+        {account, GameId::cs16, "c:/games/STEAM/steamapps/player/counter-strike/cstrike/cfg/a.cfg", cs16 + "/cstrike/cfg/a.cfg"},
+        {account, GameId::cs16, "C:\\Games\\\\Steam\\.\\steamapps\\x\\..\\player\\counter-strike\\cstrike\\a.cfg", cs16 + "/cstrike/a.cfg"},
+        {account, GameId::cs16, "D:/Old/Steam/steamapps/Player/COUNTER-STRIKE/cstrike/resource/", cs16 + "/cstrike/resource"},
+        {account, GameId::cs16, "E:/steamapps/renamed/counter-strike/cstrike/cfg/./x/../a.cfg", cs16 + "/cstrike/cfg/a.cfg"},
+        {account, GameId::cs16, "C:/Games/Steam/steamapps/player/counter-strike/cstrike", cs16 + "/cstrike"},
+        {named, GameId::cs16, "C:/S/steamapps/counter-strike/counter-strike/cstrike/a.cfg",
          "C:/S/steamapps/counter-strike/counter-strike/cstrike/a.cfg"},
         // A library back under another drive letter, or moved.
-        {library, cs16AtPlace, "M:\\SteamLibrary\\steamapps\\common\\Half-Life\\cstrike\\maps\\de_x.bsp",
+        {library, GameId::cs16, "M:\\SteamLibrary\\steamapps\\common\\Half-Life\\cstrike\\maps\\de_x.bsp",
          "N:\\SteamLibrary/steamapps/common/Half-Life/cstrike/maps/de_x.bsp"},
-        {library, cssAtPlace, "m:/games/lib/STEAMAPPS/Common/counter-strike source/cstrike/custom/ludax/cfg/x.cfg",
+        {library, GameId::css, "m:/games/lib/STEAMAPPS/Common/counter-strike source/cstrike/custom/ludax/cfg/x.cfg",
          css + "/cstrike/custom/ludax/cfg/x.cfg"},
-        {library, cssAtPlace, "M:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/custom", css + "/cstrike/custom"},
-        {library, cssAtPlace, "M:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike", css + "/cstrike"},
-        {library, cssAtPlace, "M:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/custom/ludax",
+        {library, GameId::css, "M:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/custom", css + "/cstrike/custom"},
+        {library, GameId::css, "M:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike", css + "/cstrike"},
+        {library, GameId::css, "M:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/custom/ludax",
          css + "/cstrike/custom/ludax"},
-        {library, cssAtPlace, "M:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/custom/ludax/..cfg",
+        {library, GameId::css, "M:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/custom/ludax/..cfg",
          css + "/cstrike/custom/ludax/..cfg"},
         // No folder of this game, or nothing an install makes there: passed over as before.
-        {account, cssAtPlace, "C:/Games/Steam/steamapps/player/counter-strike/cstrike/a.cfg", ""},
-        {account, cs16AtPlace, "C:/Games/Steam/steamapps/player/counter-strike", ""},
-        {account, cs16AtPlace, "C:/Games/Steam/steamapps/player/counter-strike/valve/a.cfg", ""},
-        {account, cs16AtPlace, "C:/Games/Steam/steamapps/player/counter-strike/cstrike/cfg/../../../player/a.cfg", ""},
-        {account, cs16AtPlace, "C:/Games/Steam/steamapps/player/counter-strike/cstrike/cfg/aux.cfg", ""},
-        {account, cs16AtPlace, "C:/Games/Steam/player/counter-strike/cstrike/a.cfg", ""},
-        {account, cs16AtPlace, "C:/Games/Steam/steamapps/player/cs16ludax.bak", ""},
-        {library, cs16AtPlace, "M:/SteamLibrary/steamapps/player/Half-Life/cstrike/a.cfg", ""},
-        {library, cssAtPlace, "M:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/a.cfg", ""},
-        {library, cs16AtPlace, "N:/SteamLibrary/steamapps/common/Half-Life/hl.exe", ""},
-        {library, cssAtPlace, "N:/SteamLibrary/steamapps/common/Counter-Strike Source/hl2.exe", ""},
-        {library, cssAtPlace, "N:/SteamLibrary/steamapps/common/Counter-Strike Source2/cstrike/custom/ludax/a", ""},
-        {library, cssAtPlace, "N:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/custom/other/a.cfg", ""},
-        {library, cssAtPlace, "N:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/cust", ""},
-        {library, cssAtPlace, "N:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/custom/ludax/.../x", ""},
-        {library, cssAtPlace, "N:/SteamLibrary/steamapps/common/cssludax.bak", ""},
-        {library, cs16AtPlace, "N:/SteamLibrary/steamapps/common/Portal 2/portal2/SAVE/quick.sav", ""},
-        {library, cs16AtPlace, "N:/SteamLibrary/steamapps/common/Half-Life/cstrike/../../Portal 2/quick.sav", ""},
-        {up, cs16AtPlace, "C:/S/steamapps/../config/loginusers.vdf", ""},
+        {account, GameId::css, "C:/Games/Steam/steamapps/player/counter-strike/cstrike/a.cfg", ""},
+        {account, GameId::cs16, "C:/Games/Steam/steamapps/player/counter-strike", ""},
+        {account, GameId::cs16, "C:/Games/Steam/steamapps/player/counter-strike/valve/a.cfg", ""},
+        {account, GameId::cs16, "C:/Games/Steam/steamapps/player/counter-strike/cstrike/cfg/../../../player/a.cfg", ""},
+        {account, GameId::cs16, "C:/Games/Steam/steamapps/player/counter-strike/cstrike/cfg/aux.cfg", ""},
+        {account, GameId::cs16, "C:/Games/Steam/player/counter-strike/cstrike/a.cfg", ""},
+        {account, GameId::cs16, "C:/Games/Steam/steamapps/player/cs16ludax.bak", ""},
+        {library, GameId::cs16, "M:/SteamLibrary/steamapps/player/Half-Life/cstrike/a.cfg", ""},
+        {library, GameId::css, "M:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/a.cfg", ""},
+        {library, GameId::cs16, "N:/SteamLibrary/steamapps/common/Half-Life/hl.exe", ""},
+        {library, GameId::css, "N:/SteamLibrary/steamapps/common/Counter-Strike Source/hl2.exe", ""},
+        {library, GameId::css, "N:/SteamLibrary/steamapps/common/Counter-Strike Source2/cstrike/custom/ludax/a", ""},
+        {library, GameId::css, "N:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/custom/other/a.cfg", ""},
+        {library, GameId::css, "N:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/cust", ""},
+        {library, GameId::css, "N:/SteamLibrary/steamapps/common/Counter-Strike Source/cstrike/custom/ludax/.../x", ""},
+        {library, GameId::css, "N:/SteamLibrary/steamapps/common/cssludax.bak", ""},
+        {library, GameId::cs16, "N:/SteamLibrary/steamapps/common/Portal 2/portal2/SAVE/quick.sav", ""},
+        {library, GameId::cs16, "N:/SteamLibrary/steamapps/common/Half-Life/cstrike/../../Portal 2/quick.sav", ""},
+        {up, GameId::cs16, "C:/S/steamapps/../config/loginusers.vdf", ""},
         // Only an absolute path acts: a drive, a share, their "\\?\" forms, either separator; no
         // control character (a log's tab, a UTF-16 zero byte) and nothing Windows refuses.
-        {account, cs16AtPlace, "\\\\?\\C:\\Games\\Steam\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", cs16 + "/cstrike/a.cfg"},
-        {account, cs16AtPlace, "\\\\?\\unc\\lan\\games\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", cs16 + "/cstrike/a.cfg"},
-        {account, cs16AtPlace, "//lan/games/steamapps/player/counter-strike/cstrike/a.cfg", cs16 + "/cstrike/a.cfg"},
-        {account, cs16AtPlace, "2026-11-25T08:14:03Z\tbacked up\tC:\\Games\\Steam\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
-        {account, cs16AtPlace, "C:\\Games\\Steam\\steamapps\\player\\counter-strike\\cstrike\\a.cfg\tbacked up", ""},
-        {account, cs16AtPlace, std::string("C\0:\0/steamapps/player/counter-strike/cstrike/a.cfg", 50), ""},
-        {account, cs16AtPlace, "Games/Steam/steamapps/player/counter-strike/cstrike/a.cfg", ""},
-        {account, cs16AtPlace, "C:Games\\Steam\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
-        {account, cs16AtPlace, "\\\\.\\C:\\Games\\Steam\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
-        {account, cs16AtPlace, "\\\\\\lan\\games\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
-        {account, cs16AtPlace, "\\\\lan\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", cs16 + "/cstrike/a.cfg"},
-        {account, cs16AtPlace, "C:\\Ga|mes\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
-        {account, cs16AtPlace, "C:\\\"Games\"\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
-        {account, cs16AtPlace, "C:\\Games:x\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
-        {account, cs16AtPlace, "C:\\Games*\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
+        {account, GameId::cs16, "\\\\?\\C:\\Games\\Steam\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", cs16 + "/cstrike/a.cfg"},
+        {account, GameId::cs16, "\\\\?\\unc\\lan\\games\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", cs16 + "/cstrike/a.cfg"},
+        {account, GameId::cs16, "//lan/games/steamapps/player/counter-strike/cstrike/a.cfg", cs16 + "/cstrike/a.cfg"},
+        {account, GameId::cs16, "2026-11-25T08:14:03Z\tbacked up\tC:\\Games\\Steam\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
+        {account, GameId::cs16, "C:\\Games\\Steam\\steamapps\\player\\counter-strike\\cstrike\\a.cfg\tbacked up", ""},
+        {account, GameId::cs16, std::string("C\0:\0/steamapps/player/counter-strike/cstrike/a.cfg", 50), ""},
+        {account, GameId::cs16, "Games/Steam/steamapps/player/counter-strike/cstrike/a.cfg", ""},
+        {account, GameId::cs16, "C:Games\\Steam\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
+        {account, GameId::cs16, "\\\\.\\C:\\Games\\Steam\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
+        {account, GameId::cs16, "\\\\\\lan\\games\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
+        {account, GameId::cs16, "\\\\lan\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", cs16 + "/cstrike/a.cfg"},
+        {account, GameId::cs16, "C:\\Ga|mes\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
+        {account, GameId::cs16, "C:\\\"Games\"\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
+        {account, GameId::cs16, "C:\\Games:x\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
+        {account, GameId::cs16, "C:\\Games*\\steamapps\\player\\counter-strike\\cstrike\\a.cfg", ""},
 #ifdef _WIN32
-        {account, cs16AtPlace, "/Games/Steam/steamapps/player/counter-strike/cstrike/a.cfg", ""},  // the drive's root
+        {account, GameId::cs16, "/Games/Steam/steamapps/player/counter-strike/cstrike/a.cfg", ""},  // the drive's root
 #else
-        {account, cs16AtPlace, "/Games/Steam/steamapps/player/counter-strike/cstrike/a.cfg", cs16 + "/cstrike/a.cfg"},
+        {account, GameId::cs16, "/Games/Steam/steamapps/player/counter-strike/cstrike/a.cfg", cs16 + "/cstrike/a.cfg"},
 #endif
         // Folders above Steam's that look like a game's: the place that names something wins;
         // a line naming more than eight such places is no install's, and costs little.
-        {account, cs16AtPlace, "D:/steamapps/old/counter-strike/Steam/steamapps/player/counter-strike/cstrike/a.cfg",
+        {account, GameId::cs16, "D:/steamapps/old/counter-strike/Steam/steamapps/player/counter-strike/cstrike/a.cfg",
          cs16 + "/cstrike/a.cfg"},
-        {account, cs16AtPlace, Repeated("/steamapps/p/counter-strike", 8) + "/cstrike/a.cfg", cs16 + "/cstrike/a.cfg"},
-        {account, cs16AtPlace, Repeated("/steamapps/p/counter-strike", 9) + "/cstrike/a.cfg", ""},
+        {account, GameId::cs16, Repeated("/steamapps/p/counter-strike", 8) + "/cstrike/a.cfg", cs16 + "/cstrike/a.cfg"},
+        {account, GameId::cs16, Repeated("/steamapps/p/counter-strike", 9) + "/cstrike/a.cfg", ""},
     };
     for (const Case& c : cases)
-        EXPECT_EQ(LineAtPlace(c.line, c.game, c.place), c.now) << c.line;
+        EXPECT_EQ(LineAtPlace(c.line, c.place, c.game), c.now) << c.line;
 }
 
 void PlayersFiles(InstallScene& scene)
@@ -150,7 +150,7 @@ TEST(WorldMoves, TheGameAwayKeepsEverythingUntilItIsBack)
         EXPECT_TRUE(outcome.gameAway) << c.what;
         EXPECT_EQ(outcome.firstFailure.path, folder) << c.what;
         EXPECT_EQ(Snapshot(scene.steam.Path()), away) << c.what << ": something changed";
-        EXPECT_TRUE(scene.account.hasCs16Backup) << c.what;
+        EXPECT_TRUE(outcome.installed) << c.what;
         if (c.away == "counter-strike") {
             // No install either: nothing is made in the game's place.
             EXPECT_EQ(scene.Install().result, InstallOutcome::Result::folderFailed) << c.what;
@@ -175,21 +175,21 @@ TEST(WorldMoves, BackupFilesCopiedToTheGameAtAnotherPlaceChangeNothingThere)
     ASSERT_EQ(scene.Install().result, InstallOutcome::Result::installed);
     TempFolder second;
     SteamAccount other = LibraryEntry(second.Path());
-    WriteFile(other.cs16Content + "a.txt", "the second player's a.txt");
-    WriteFile(other.cs16Content + "cfg/ludax/binds.cfg", "the second player's binds");
+    WriteFile(other.Game(GameId::cs16).contentFolder + "a.txt", "the second player's a.txt");
+    WriteFile(other.Game(GameId::cs16).contentFolder + "cfg/ludax/binds.cfg", "the second player's binds");
     for (const char* backup : {"/cs16ludax.bak", "/cs16ludax_1.bak", "/cs16ludax_2.bak"})
         WriteFile(other.folder + backup, ReadFile(scene.accountFolder + backup));
-    other.hasCs16 = other.hasCs16Backup = true;
+    other.Game(GameId::cs16).present = other.Game(GameId::cs16).installed = true;
     const std::vector<SteamAccount> places{scene.account, other};
     const Tree copied = Snapshot(second.Path());
 
     const UninstallOutcome outcome = UninstallConfig(scene.profile, other, {}, places);
     EXPECT_TRUE(outcome.elsewhere);
     EXPECT_TRUE(outcome.backupKept);
-    EXPECT_EQ(outcome.firstFailure.path, scene.account.cs16Game);
+    EXPECT_EQ(outcome.firstFailure.path, scene.account.Game(GameId::cs16).gameFolder);
     const InstallOutcome install = InstallConfig(scene.profile, other, {}, places);
     EXPECT_EQ(install.result, InstallOutcome::Result::elsewhere);
-    EXPECT_EQ(install.path, scene.account.cs16Game);
+    EXPECT_EQ(install.path, scene.account.Game(GameId::cs16).gameFolder);
     EXPECT_EQ(Snapshot(second.Path()), copied) << "the second library changed";
 
     // Where they belong, they undo the install; the copies are the player's to delete.
@@ -285,10 +285,10 @@ TEST(WorldMoves, FolderPathsAroundTheWindowsLimitsInstallAndUninstall)
         // <base><name>/counter-strike/cstrike/cfg is `cfg` characters long.
         const std::size_t fixed = base.size() + std::string("/counter-strike/cstrike/cfg").size();
         SteamAccount place = AccountFolderEntry(base, std::string(cfg - fixed, 'p'));
-        MakeFolders(place.cs16Content);
+        MakeFolders(place.Game(GameId::cs16).contentFolder);
         const Tree before = Snapshot(place.folder);
         ASSERT_EQ(InstallConfig(scene.profile, place).result, InstallOutcome::Result::installed) << cfg;
-        EXPECT_EQ(ReadFile(place.cs16Content + "cfg/ludax/b.cfg"), "b") << cfg;
+        EXPECT_EQ(ReadFile(place.Game(GameId::cs16).contentFolder + "cfg/ludax/b.cfg"), "b") << cfg;
         EXPECT_FALSE(UninstallConfig(scene.profile, place).backupKept) << cfg;
         EXPECT_EQ(Snapshot(place.folder), before) << cfg;
     }
