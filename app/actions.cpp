@@ -69,7 +69,8 @@ void Ludax::Install(GameId game)
         return;
     }
     if (outcome.result != InstallOutcome::Result::installed)
-        EndWithMessage(texts::InstallStopped(outcome), texts::hibaColonCaption, MB_OK);
+        EndWithMessage(texts::InstallStopped(outcome), texts::hibaColonCaption, MB_OK,
+                       texts::summary::InstallStopped(outcome));
     ShowInstalled(*place, game, outcome.installed);
     ShowMessage(said.installed, texts::messageCaption, MB_ICONINFORMATION);
 }

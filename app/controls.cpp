@@ -106,11 +106,11 @@ void Ludax::CreateControls()
                                                css ? cssUninstallId : cs16UninstallId);
         top += height + gap;
     }
-    if (accountSelect == nullptr)
-        std::exit(-1);
+    bool made = accountSelect != nullptr;
     for (const GameButtons& pair : buttons)
-        if (pair.install == nullptr || pair.uninstall == nullptr)
-            std::exit(-1);
+        made = made && pair.install != nullptr && pair.uninstall != nullptr;
+    if (!made)
+        EndWithMessage(std::string(), nullptr, 0, texts::summary::windowFailed);
 }
 
 // The window's client area becomes exactly the logo band's width by last button's bottom, centred on the
@@ -131,7 +131,7 @@ void Ludax::FindGames(std::optional<std::vector<SteamAccount>> found)
 {
     accounts = found ? std::move(*found) : ::FindGames(steamappsPath).places;
     if (accounts.empty())
-        EndWithMessage(texts::nothingInstalled, texts::hibaColonCaption, MB_OK | MB_ICONERROR);
+        EndWithMessage(texts::nothingInstalled, texts::hibaColonCaption, MB_OK | MB_ICONERROR, texts::summary::noGame);
     connections.push_back({accountSelect, CBN_SELCHANGE, [this] { SelectAccount(); }});
     for (const SteamAccount& account : accounts)
         SendMessageW(accountSelect, CB_ADDSTRING, 0,

@@ -24,16 +24,14 @@ constexpr SIZE closeCorner{10, 11};
 // larger than the corner, so the whole box counts; in practice only the corner's clicks reach it.
 constexpr SIZE closeClickArea{42, 29};
 
-// A program without its window has nothing to offer: end at once, as the other fatal paths do.
-[[noreturn]] void WindowFailed() { std::exit(-1); }
-
 }  // namespace
 
-void Ludax::EndWithMessage(const std::string& text, const char* caption, UINT style)
+void Ludax::EndWithMessage(const std::string& text, const char* caption, UINT style, const std::string& what)
 {
-    MessageBoxW(nullptr, Wide(text).c_str(), Wide(caption).c_str(), style);
+    if (!text.empty())
+        MessageBoxW(nullptr, Wide(text).c_str(), Wide(caption).c_str(), style);
     if (log)
-        log->End(-1, text);
+        log->End(-1, what);
     std::exit(-1);
 }
 
@@ -46,9 +44,9 @@ Ludax::Ludax(const SteamPath& steam, std::optional<std::vector<SteamAccount>> fo
     }
     CreateNativeWindow();
     if (steam.read == sys::RegistryRead::keyMissing)
-        EndWithMessage(texts::registryFailed, texts::errorCaption, MB_OK);
+        EndWithMessage(texts::registryFailed, texts::errorCaption, MB_OK, texts::summary::steamNotFound);
     if (steam.read == sys::RegistryRead::valueUnreadable)
-        EndWithMessage(texts::registryFailed, texts::hibaExclamationCaption, MB_OK);
+        EndWithMessage(texts::registryFailed, texts::hibaExclamationCaption, MB_OK, texts::summary::steamNotFound);
     steamappsPath = steam.steamappsPath;
     logo = LudaxImage::LudaxLogo();  // a private copy: the fade rewrites its alpha
     SetAlpha(logo, fadeLevel);       // invisible until the fade brings it in
@@ -108,11 +106,11 @@ void Ludax::CreateNativeWindow()
                                                         GetSystemMetrics(SM_CYSMICON), 0));
     windowClass.lpszClassName = ludaxWindowClass;
     if (RegisterClassExW(&windowClass) == 0)
-        WindowFailed();
+        EndWithMessage(std::string(), nullptr, 0, texts::summary::windowFailed);  // a program without its window has nothing to offer
     // Borderless and captionless; hidden until the constructor has laid it out and centred it.
     if (CreateWindowExW(0, ludaxWindowClass, L"", WS_POPUP | WS_CLIPCHILDREN, 0, 0, 0, 0, nullptr, nullptr,
                         instance, this) == nullptr)
-        WindowFailed();
+        EndWithMessage(std::string(), nullptr, 0, texts::summary::windowFailed);  // a program without its window has nothing to offer
 }
 
 LRESULT CALLBACK Ludax::WindowProcedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)

@@ -95,9 +95,10 @@ private:
     void Install(GameId game);
     void Uninstall(GameId game);
 
-    // Shows an ownerless message box, then ends the process with exit status -1: the program's
-    // one way of stopping when it cannot go on. The log records the end.
-    [[noreturn]] void EndWithMessage(const std::string& text, const char* caption, UINT style);
+    // Shows an ownerless message box (none without text), then ends the process with exit status
+    // -1: the program's one way of stopping when it cannot go on. The log records the end as
+    // `what` says it, as a command's log says the same event.
+    [[noreturn]] void EndWithMessage(const std::string& text, const char* caption, UINT style, const std::string& what);
 
     HWND window = nullptr;
     int dpi = 96;          // the screen's pixels per inch; every size below is given at 96

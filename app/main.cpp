@@ -60,12 +60,11 @@ int Finish(const CommandResult& result)
 }
 
 // A run that ends before its command does (a command line the program does not take, another
-// copy running) is logged all the same, where its command line names a log.
-int Refuse(const std::string& logPath, const std::string& steamFolder, const std::string& commandLine,
-           const CommandResult& refusal)
+// copy running) is logged all the same, where its command line names a log, without looking for
+// Steam's places first.
+int Refuse(const std::string& logPath, const std::string& commandLine, const CommandResult& refusal)
 {
-    const std::vector<SteamAccount> places = logPath.empty() ? std::vector<SteamAccount>() : PlacesAt(FindSteam(steamFolder));
-    return Finish(Logged(logPath, places, commandLine, [&](const ActionLog&) { return refusal; }));
+    return Finish(Logged(logPath, std::nullopt, commandLine, [&](const ActionLog&) { return refusal; }));
 }
 
 int RunWithoutWindow(const Command& command, const std::string& commandLine)
@@ -73,8 +72,7 @@ int RunWithoutWindow(const Command& command, const std::string& commandLine)
     // The usage changes nothing, so it runs beside any other copy.
     ScopedKernelObject copy;
     if (command.kind != Command::Kind::usage && !(copy = OnlyCopy()).IsValid())
-        return Refuse(command.logPath, command.steamFolder, commandLine,
-                      ErrorResult(exitStatus::anotherCopy, texts::command::anotherCopy));
+        return Refuse(command.logPath, commandLine, ErrorResult(exitStatus::anotherCopy, texts::command::anotherCopy));
     return Finish(RunCommand(command, commandLine));
 }
 
@@ -94,7 +92,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
     Command command;
     std::string error;
     if (!ParseCommandLine(args, command, error))
-        return Refuse(SwitchValue(args, "log"), SwitchValue(args, "steam"), commandLine,
+        return Refuse(SwitchValue(args, "log"), commandLine,
                       ErrorResult(exitStatus::badCommandLine, error + "\n\n" + texts::command::usage, error));
     if (command.kind != Command::Kind::window)
         return RunWithoutWindow(command, commandLine);
@@ -126,6 +124,6 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
         ludax.Run();
     }
     if (openLog)
-        openLog->End(0, "the window was closed");
+        openLog->End(0, texts::summary::windowClosed);
     return 0;
 }

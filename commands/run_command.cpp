@@ -97,12 +97,6 @@ std::string Differences(const std::vector<NotAsShipped>& differing)
     return lines;
 }
 
-// What a failure says in the log: where, and why.
-std::string AtWhy(const sys::Failure& failure)
-{
-    return WindowsPath(failure.path) + ": " + texts::Why(failure.reason);
-}
-
 CommandResult Install(const GameProfile& game, SteamAccount& place, const std::vector<SteamAccount>& places,
                       const std::string& where, bool yes, const ActionLog& log)
 {
@@ -118,10 +112,9 @@ CommandResult Install(const GameProfile& game, SteamAccount& place, const std::v
         return {exitStatus::installedOrNot, Differences(outcome.changed), texts::command::ChangedSince(texts::Of(game.id), where),
                 texts::summary::ChangedSince(outcome.changed.size())};
     if (outcome.result != InstallOutcome::Result::installed) {
-        const std::string at = AtWhy({outcome.path, outcome.reason});
+        const std::string summary = texts::summary::InstallStopped(outcome);
         outcome.path = WindowsPath(outcome.path);
-        return ErrorResult(exitStatus::installStopped, texts::InstallStopped(outcome) + "\n",
-                           texts::summary::InstallStopped(at));
+        return ErrorResult(exitStatus::installStopped, texts::InstallStopped(outcome) + "\n", summary);
     }
     return Done(std::string(texts::Of(game.id).installed) + "\n", texts::summary::installed);
 }
@@ -138,10 +131,9 @@ CommandResult Uninstall(const GameProfile& game, SteamAccount& place, const std:
                            texts::summary::BelongsElsewhere(folder));
     if (!outcome.backupKept)
         return Done(texts::Uninstalled(texts::Of(game.id), outcome) + "\n", texts::summary::uninstalled);
-    const std::string at = AtWhy(outcome.firstFailure);
+    const std::string summary = texts::summary::BackupKept(outcome.firstFailure);
     outcome.firstFailure.path = folder;
-    return ErrorResult(exitStatus::backupKept, texts::Uninstalled(texts::Of(game.id), outcome) + "\n",
-                       texts::summary::BackupKept(at));
+    return ErrorResult(exitStatus::backupKept, texts::Uninstalled(texts::Of(game.id), outcome) + "\n", summary);
 }
 
 CommandResult Verify(const GameProfile& game, const SteamAccount& place)
@@ -172,11 +164,13 @@ CommandResult Run(const Command& command, std::vector<SteamAccount>& places, con
     return Uninstall(game, *place, places, log);
 }
 
-// Why Steam was not found: no entry, or the folder one names is not there.
-std::string SteamNotFound(const SteamPath& steam)
+// Steam not found: no entry, or the folder one names is not there.
+CommandResult SteamNotFound(const SteamPath& steam)
 {
-    return steam.folderNotThere.empty() ? texts::command::steamNotFound
-                                        : texts::command::SteamFolderNotThere(WindowsPath(steam.folderNotThere));
+    const std::string folder = WindowsPath(steam.folderNotThere);
+    return folder.empty() ? ErrorResult(exitStatus::steamNotFound, texts::command::steamNotFound, texts::summary::steamNotFound)
+                          : ErrorResult(exitStatus::steamNotFound, texts::command::SteamFolderNotThere(folder),
+                                        texts::summary::SteamFolderNotThere(folder));
 }
 
 }  // namespace
@@ -186,7 +180,7 @@ std::vector<SteamAccount> PlacesAt(const SteamPath& steam)
     return steam.read == sys::RegistryRead::ok ? FindGames(steam.steamappsPath).places : std::vector<SteamAccount>();
 }
 
-CommandResult Logged(const std::string& logPath, const std::vector<SteamAccount>& places, const std::string& commandLine,
+CommandResult Logged(const std::string& logPath, const std::optional<std::vector<SteamAccount>>& places, const std::string& commandLine,
                      const std::function<CommandResult(const ActionLog& log)>& run)
 {
     if (logPath.empty())
@@ -231,7 +225,7 @@ CommandResult RunCommand(const Command& command, const std::string& commandLine)
     }
     return Logged(command.logPath, logPlaces, commandLine, [&](const ActionLog& log) {
         if (steam.read != sys::RegistryRead::ok)
-            return ErrorResult(exitStatus::steamNotFound, SteamNotFound(steam));
+            return SteamNotFound(steam);
         return Run(command, places, log);
     });
 }

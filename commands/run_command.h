@@ -2,6 +2,7 @@
 // A command run without a window, for a LAN admin's script: what it says, and the exit status
 // the script reads.
 
+#include <optional>
 #include <string>
 
 #include <functional>
@@ -50,8 +51,8 @@ std::vector<SteamAccount> PlacesAt(const SteamPath& steam);
 
 // Runs `run` with the log at `logPath` (none when empty), which records the run from its start
 // (`commandLine`) to its end; refused (status 1, before anything is done) when the log is not one
-// this run may write (RunLog::Open).
-CommandResult Logged(const std::string& logPath, const std::vector<SteamAccount>& places,
+// this run may write among `places` (RunLog::Open; none looked for: a refused command line).
+CommandResult Logged(const std::string& logPath, const std::optional<std::vector<SteamAccount>>& places,
                      const std::string& commandLine, const std::function<CommandResult(const ActionLog& log)>& run);
 
 // What a refused log says, with the path as given.

@@ -1,8 +1,9 @@
 #include "run_log.h"
 
-#include "run_command.h"
+#include <chrono>
 
-#include "system.h"
+#include "run_command.h"
+#include "texts.h"
 #include "version.h"
 
 namespace {
@@ -62,12 +63,12 @@ bool OneOfTheBackupFiles(const sys::File& log, const std::vector<SteamAccount>& 
     return false;
 }
 
-// True when the file holds nothing yet, or begins with a "started" line; reads its start from
-// where it is open, then goes on to its end.
-bool EmptyOrALog(sys::File& log)
+// True when the file begins with a "started" line, or holds nothing yet and may be taken;
+// reads its start from where it is open, then goes on to its end.
+bool EmptyOrALog(sys::File& log, bool emptyTaken)
 {
     if (log.Size() == 0)
-        return true;
+        return emptyTaken;
     std::string start(static_cast<std::size_t>(std::min<std::uint64_t>(log.Size(), firstLineLimit)), '\0');
     if (!log.Read(&start[0], start.size()) || !log.Skip(log.Size() - start.size()))
         return false;
@@ -99,29 +100,31 @@ bool IsStartedLine(const std::string& firstLine)
            fields[1] == "started" && fields[2].compare(0, product.size(), product) == 0;
 }
 
-std::optional<RunLog> RunLog::Open(const std::string& path, const std::vector<SteamAccount>& places,
+std::optional<RunLog> RunLog::Open(const std::string& path, const std::optional<std::vector<SteamAccount>>& places,
                                    const std::string& commandLine, LogRefusal& refusal)
 {
+    const std::vector<SteamAccount> none;
+    const std::vector<SteamAccount>& found = places ? *places : none;
     std::string folder;
     refusal = !FolderFound(path, folder) ? LogRefusal::notWritable
-              : AmongGameFolders(path, folder, places) ? LogRefusal::amongGameFiles
-                                               : LogRefusal::none;
+              : AmongGameFolders(path, folder, found) ? LogRefusal::amongGameFiles
+                                                      : LogRefusal::none;
     if (refusal != LogRefusal::none)
         return std::nullopt;
     sys::File file = sys::File::OpenOrCreate(path);
     if (!file.IsOpen())
         refusal = LogRefusal::notWritable;
-    else if (OneOfTheBackupFiles(file, places))
+    else if (OneOfTheBackupFiles(file, found))
         refusal = LogRefusal::amongGameFiles;
-    else if (!EmptyOrALog(file))
+    else if (!EmptyOrALog(file, file.Created() || places))
         refusal = LogRefusal::notALog;
     if (refusal == LogRefusal::none) {
         const std::uint64_t size = file.Size();
         RunLog log(std::move(file));
-        if (log.file.Line({"started", BuildName(), sys::ComputerName(), sys::UserName(), commandLine}))
+        if (log.Line({"started", BuildName(), sys::ComputerName(), sys::UserName(), commandLine}))
             return log;
         // A log that cannot take its first line (a full disk) keeps what it held.
-        file = std::move(log.file).Release();
+        file = std::move(log.file);
         if (!file.Created())
             static_cast<void>(file.Truncate(size));
         refusal = LogRefusal::notWritable;
@@ -134,9 +137,29 @@ std::optional<RunLog> RunLog::Open(const std::string& path, const std::vector<St
     return std::nullopt;
 }
 
+bool RunLog::Line(const std::vector<std::string>& fields)
+{
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    std::string line = IsoTime(std::chrono::duration_cast<std::chrono::seconds>(now).count());
+    for (const std::string& field : fields) {
+        line += '\t';
+        for (char c : field)
+            line += c == '\r' || c == '\n' || c == '\t' ? ' ' : c;
+    }
+    return static_cast<bool>(file.Write(line + "\r\n"));
+}
+
+void RunLog::Action(Did did, const std::string& path, const sys::Reason& why)
+{
+    if (did == Did::stopped)
+        Line({texts::summary::Action(did), WindowsPath(path), texts::Why(why)});
+    else
+        Line({texts::summary::Action(did), WindowsPath(path)});
+}
+
 void RunLog::End(int status, std::string what)
 {
     while (!what.empty() && (what.back() == '\n' || what.back() == ' '))
         what.pop_back();
-    file.Line({"ended", std::to_string(status), what});
+    Line({"ended", std::to_string(status), what});
 }

@@ -1,19 +1,6 @@
 #include "action_log.h"
 
-#include <chrono>
 #include <ctime>
-
-bool ActionLogFile::Line(const std::vector<std::string>& fields)
-{
-    const auto now = std::chrono::system_clock::now().time_since_epoch();
-    std::string line = IsoTime(std::chrono::duration_cast<std::chrono::seconds>(now).count());
-    for (const std::string& field : fields) {
-        line += '\t';
-        for (char c : field)
-            line += c == '\r' ? ' ' : c == '\n' ? ' ' : c == '\t' ? ' ' : c;
-    }
-    return static_cast<bool>(file.Write(line + "\r\n"));
-}
 
 std::string IsoTime(long long secondsSince1970)
 {

@@ -312,11 +312,11 @@ InstallOutcome Carry(const Step& step, const ActionLog& log)
     if (step.skip)
         return {};
     if (step.backUp)
-        log("backed up", step.target);
+        log(Did::backedUp, step.target, {});
     for (const std::string& folder : step.folders) {
         const sys::Status made = sys::MakeFolder(folder);
         if (made)
-            log("made folder", folder);
+            log(Did::madeFolder, folder, {});
         else if (!sys::PathExists(folder))
             return {Result::folderFailed, folder, made.Why()};
     }
@@ -324,7 +324,7 @@ InstallOutcome Carry(const Step& step, const ActionLog& log)
     // record that needs a folder below it stops the install.
     const sys::Status written = WriteWholeFile(step.target, step.data, step.size);
     if (written)
-        log("wrote", step.target);
+        log(Did::wrote, step.target, {});
     else if (!step.fileInTheWay)
         return {Result::writeFailed, step.target, written.Why()};
     return {};
@@ -375,7 +375,7 @@ void TakeBackUnreached(const BackupFiles& backup, const std::vector<Step>& steps
 // Where an install stopped: the log says so, and the outcome whether the archive is there now.
 InstallOutcome LogStop(InstallOutcome outcome, const BackupFiles& backup, const ActionLog& log)
 {
-    log("stopped", outcome.path);
+    log(Did::stopped, outcome.path, outcome.reason);
     outcome.installed = sys::PathExists(backup.archive);
     return outcome;
 }
@@ -385,7 +385,7 @@ InstallOutcome LogStop(InstallOutcome outcome, const BackupFiles& backup, const 
 InstallOutcome InstallConfig(const GameProfile& game, const SteamAccount& place, const ActionLog& givenLog,
                              const std::vector<SteamAccount>& places, Rewrite rewrite)
 {
-    const ActionLog log = givenLog ? givenLog : [](const char*, const std::string&) {};
+    const ActionLog log = givenLog ? givenLog : NoLog;
     const BackupFiles& backup = place.Game(game.id).backup;
     std::vector<Step> steps = Steps(game, place);
 

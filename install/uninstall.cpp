@@ -103,7 +103,7 @@ bool FolderRemains(const std::string& folder, const std::vector<std::string>& re
 {
     const sys::Status removed = sys::RemoveFolder(folder);
     if (removed) {
-        log("removed", folder);
+        log(Did::removed, folder, {});
         return false;
     }
     const sys::Entry entry = sys::LookUp(folder);
@@ -182,7 +182,7 @@ Remaining RemoveOurs(const BackupRead& read, const GameProfile& game, const Game
     };
     const auto remove = [&](const std::string& path) {
         if (const sys::Status removed = sys::RemoveFile(path))
-            log("removed", path);
+            log(Did::removed, path, {});
         else if (sys::LookUp(path).kind != sys::EntryKind::none)
             stays(path, removed.Why());
     };
@@ -298,7 +298,7 @@ bool RestoreArchive(const std::string& archivePath, const std::string& contentFo
             first.NoteFirst(failed.path, failed.reason);
             allRestored = false;
         } else {
-            log("restored", target);
+            log(Did::restored, target, {});
         }
     }
     if (archive.Failed())
@@ -335,7 +335,7 @@ void KeepUninstallOffered(const std::string& archivePath, bool allRestored)
 UninstallOutcome UninstallConfig(const GameProfile& game, const SteamAccount& place, const ActionLog& givenLog,
                                  const std::vector<SteamAccount>& places)
 {
-    const ActionLog log = givenLog ? givenLog : [](const char*, const std::string&) {};
+    const ActionLog log = givenLog ? givenLog : NoLog;
     const GameAtPlace& at = place.Game(game.id);
     const BackupFiles& backup = at.backup;
     UninstallOutcome outcome;
@@ -398,10 +398,10 @@ UninstallOutcome UninstallConfig(const GameProfile& game, const SteamAccount& pl
     if (outcome.backupKept) {
         KeepUninstallOffered(backup.archive, restored);
         for (const std::string& line : remaining.lines)
-            log("kept", line);
+            log(Did::kept, line, {});
         for (const std::string& file : {backup.archive, backup.removalList, backup.record})
             if (sys::PathExists(file))
-                log("kept", file);
+                log(Did::kept, file, {});
     }
     outcome.installed = sys::PathExists(backup.archive);
     return outcome;

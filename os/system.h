@@ -98,7 +98,12 @@ Status ReadFileStart(const std::string& path, std::size_t limit, std::string& by
 struct Identity {
     std::uint64_t volume = 0;
     std::uint64_t index = 0;
-    bool operator==(const Identity& other) const { return volume == other.volume && index == other.index; }
+    // Wine at times gives a volume serial number of 0 (when it could not ask the volume), for one
+    // handle of a file and not for another: a 0 says nothing, and the file's number alone tells.
+    bool operator==(const Identity& other) const
+    {
+        return index == other.index && (volume == other.volume || volume == 0 || other.volume == 0);
+    }
     bool operator!=(const Identity& other) const { return !(*this == other); }
 };
 

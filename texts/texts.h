@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "action_log.h"
 #include "call_status.h"
 #include "install.h"
 #include "steam_account.h"
@@ -308,8 +309,29 @@ inline std::string Running(const Game& game)
 
 }  // namespace command
 
-// What happened, in one line: the last field of a run's "ended" line in its log.
+// The log's words: each action's, and what happened, in one line, in a run's "ended" line.
 namespace summary {
+
+inline const char* Action(Did did)
+{
+    switch (did) {
+    case Did::backedUp:
+        return "backed up";
+    case Did::wrote:
+        return "wrote";
+    case Did::madeFolder:
+        return "made folder";
+    case Did::removed:
+        return "removed";
+    case Did::restored:
+        return "restored";
+    case Did::kept:
+        return "kept";
+    case Did::stopped:
+        break;
+    }
+    return "stopped";
+}
 
 constexpr char installed[] = "installed";
 constexpr char alreadyInstalled[] = "already installed, every file as shipped";
@@ -317,6 +339,11 @@ constexpr char uninstalled[] = "uninstalled";
 constexpr char notInstalled[] = "not installed";
 constexpr char asShipped[] = "every file as shipped";
 constexpr char windowClosed[] = "the window was closed";
+constexpr char windowFailed[] = "the window could not be made";
+constexpr char steamNotFound[] = "Steam was not found";
+constexpr char noGame[] = "neither game is in a place Steam holds";
+
+inline std::string SteamFolderNotThere(const std::string& folder) { return "Steam's folder is not there: " + folder; }
 
 inline std::string ChangedSince(std::size_t files)
 {
@@ -327,9 +354,20 @@ inline std::string NotAsShipped(std::size_t files) { return std::to_string(files
 
 inline std::string PlacesListed(std::size_t places) { return std::to_string(places) + " places listed"; }
 
-// `at` is a path and why, as AtWhy gives them.
-inline std::string InstallStopped(const std::string& at) { return "the install stopped at " + at; }
-inline std::string BackupKept(const std::string& at) { return "the uninstall kept the backup files, first at " + at; }
+// Where something stopped and why, its path in Windows form.
+inline std::string AtWhy(const std::string& path, const sys::Reason& why) { return WindowsPath(path) + ": " + Why(why); }
+
+inline std::string InstallStopped(const InstallOutcome& outcome)
+{
+    return outcome.result == InstallOutcome::Result::elsewhere
+               ? "nothing changed, the backup files belong to the game at " + WindowsPath(outcome.path)
+               : "the install stopped at " + AtWhy(outcome.path, outcome.reason);
+}
+
+inline std::string BackupKept(const sys::Failure& first)
+{
+    return "the uninstall kept the backup files, first at " + AtWhy(first.path, first.reason);
+}
 
 inline std::string GameAway(const std::string& folder) { return "nothing changed, the game's folder is not there: " + folder; }
 

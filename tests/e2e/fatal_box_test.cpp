@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "command_run.h"
 #include "ludax_session.h"
 #include "player_pc.h"
 
@@ -28,10 +29,10 @@ void ExpectTheEnd(LudaxSession& ludax, Box expected, bool wholeText = true,
     EXPECT_EQ(ludax.process.WaitForExit(defaultTimeoutMs), std::optional<DWORD>(0xFFFFFFFF));
 }
 
-void ExpectFatalStart(const std::string& why, const Box& expected)
+void ExpectFatalStart(const std::string& why, const Box& expected, const std::string& arguments = std::string())
 {
     SCOPED_TRACE(why);
-    LudaxSession ludax;
+    LudaxSession ludax(arguments);
     EXPECT_EQ(ludax.window, nullptr) << "the main window opened";
     std::size_t shown = 0;
     ExpectTheEnd(ludax, expected, true, [&] { shown = VisibleWindowsOf(ludax.process.Id()).size(); });
@@ -39,9 +40,9 @@ void ExpectFatalStart(const std::string& why, const Box& expected)
 }
 
 // Clicks Counter-Strike's install; the program stops without offering the uninstall first.
-void ExpectInstallStops(const std::string& text, bool wholeText = true)
+void ExpectInstallStops(const std::string& text, bool wholeText = true, const std::string& arguments = std::string())
 {
-    LudaxSession ludax;
+    LudaxSession ludax(arguments);
     ASSERT_NE(ludax.window, nullptr) << ludax.failure;
     PostMessageW(ludax.controls.buttons[cs16Install], BM_CLICK, 0, 0);
     bool offered = true;
@@ -73,11 +74,17 @@ TEST(FatalStart, WithoutSteamOrAnyPlaceThatHoldsAGameTheProgramSaysWhyAndEnds)
     SteamFolder steam;
     MakeFolders(steam.Account("someone") + "/half-life/valve");
     steam.Register();
+    TempFolder logs;
+    const std::string log = Backslashed(logs.Path() + "/window.log");
     ExpectFatalStart("no account or library holds a game or a backup",
                      {"Hiba:",
                       "Nincs feltelepítve (és legalább egyszer elindítva) sem a Counter Strike sem a Counter Strike "
                       "Source!\nKilépek!",
-                      {IDOK}, BoxIcon::error, nullptr});
+                      {IDOK}, BoxIcon::error, nullptr},
+                     "/log " + Quoted(log));
+    // Even a fatal end ends its run's record.
+    EXPECT_EQ(LogFields(ReadFile(log)).back(),
+              (std::vector<std::string>{"ended", "-1", "neither game is in a place Steam holds"}));
 }
 
 TEST(InstallStops, AtAPlayersFileItCannotBackUpAndAtAFolderItCannotMake)
@@ -92,7 +99,17 @@ TEST(InstallStops, AtAPlayersFileItCannotBackUpAndAtAFolderItCannotMake)
         SCOPED_TRACE("the player's config.cfg held open by another program");
         LockedFile inUse(content + "config.cfg");
         ASSERT_TRUE(inUse.Locked());
-        ExpectInstallStops("Could not back up the file\n" + content + "config.cfg\nSharing violation.\nNothing more was changed.");
+        TempFolder logs;
+        const std::string log = Backslashed(logs.Path() + "/window.log");
+        ExpectInstallStops("Could not back up the file\n" + content + "config.cfg\nSharing violation.\nNothing more was changed.",
+                           true, "/log " + Quoted(log));
+        // The window's record of the stop is a command's: the stop with why, and how the run ended.
+        const auto lines = LogFields(ReadFile(log));
+        ASSERT_GE(lines.size(), 2u);
+        EXPECT_EQ(lines[lines.size() - 2],
+                  (std::vector<std::string>{"stopped", Backslashed(content) + "config.cfg", "Sharing violation."}));
+        EXPECT_EQ(lines.back(), (std::vector<std::string>{"ended", "-1", "the install stopped at " + Backslashed(content) +
+                                                                            "config.cfg: Sharing violation."}));
     }
     UninstallWhatWasDone();
     EXPECT_EQ(Snapshot(steam.Path()), before);

@@ -15,6 +15,7 @@
 #include "fault_injection.h"
 #include "game_profile.h"
 #include "run_command.h"
+#include "run_log.h"
 #include "steam_layouts.h"
 #include "test_registry.h"
 
@@ -380,6 +381,36 @@ TEST(CommandLine, ALogIsRefusedByWhatTheSystemFindsNotBySpelling)
     // Beside the game's folder, and a name that only starts like a backup file's: a log.
     EXPECT_EQ(Ask({"/verify", "cs16", "/log", place.folder + "/cs16ludax.bak.log"}).status, 0);
     EXPECT_TRUE(Exists(place.folder + "/cs16ludax.bak.log"));
+
+    // A refused command line looks for no places: a new log is made and a log of this program
+    // goes on, but an empty file nobody can tell about is nobody's to add to.
+    const auto refusedRun = [&](const std::string& log) {
+        return Logged(log, std::nullopt, "/bad", [](const ActionLog&) { return ErrorResult(1, "bad\n", "bad"); });
+    };
+    EXPECT_EQ(refusedRun(e + "/new.log").err, "bad\n");
+    EXPECT_EQ(refusedRun(e + "/new.log").err, "bad\n");
+    EXPECT_EQ(LogFields(ReadFile(e + "/new.log")).size(), 4u);
+    WriteFile(e + "/someone's.txt", "");
+    EXPECT_EQ(refusedRun(e + "/someone's.txt").err, "The log " + e + "/someone's.txt is not a log of this program: name a new "
+                                                   "file, or a log this program wrote.\n");
+    EXPECT_EQ(ReadFile(e + "/someone's.txt"), "");
+#ifndef _WIN32
+    // A log that cannot take its first line (a full disk): refused before anything is done, and
+    // a log file it made goes again.
+    int full = 0;
+    for (std::uint64_t nth = 1; nth < 40; ++nth) {
+        RemovePath(e + "/full.log");
+        LogRefusal refusal = LogRefusal::none;
+        sys::faults::Arm(nth, sys::faults::Mode::fail);
+        const bool opened = RunLog::Open(e + "/full.log", std::vector<SteamAccount>{}, "/list", refusal).has_value();
+        sys::faults::Arm(0, sys::faults::Mode::fail);
+        if (!opened && refusal == LogRefusal::notWritable && Exists(e)) {
+            ++full;
+            EXPECT_FALSE(Exists(e + "/full.log")) << "call " << nth;
+        }
+    }
+    EXPECT_GT(full, 0);
+#endif
 }
 
 TEST(CommandLine, TheLogRecordsEachRunFromItsStartToItsEndRefusedRunsIncluded)
