@@ -40,8 +40,8 @@ bool SameFiles(const FolderSize& a, const FolderSize& b)
 
 void RequireBackupFilesGone(const RunTree& tree)
 {
-    Require(FileSize(tree.archivePath) < 0 && FileSize(tree.removalListPath) < 0,
-            "uninstall left its backup files");
+    for (const std::string& file : {tree.archivePath, tree.removalListPath, tree.recordPath, tree.draftPath})
+        Require(FileSize(file) < 0, "uninstall left its backup file " + file);
 }
 
 class Benchmark {
