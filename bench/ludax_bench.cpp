@@ -2,7 +2,6 @@
 // files and measures each operation's peak memory.
 //   ludax_bench [--runs N] [--copy-sets N] [--work <folder>]
 //               [--payload <folder holding cs16/ and css/>]
-//               [--save-medians <file> | --flushes-off-against <file>]
 // The same program serves as its own child for each measured operation (see child_modes.h).
 
 #include <chrono>
@@ -43,8 +42,7 @@ std::string DefaultWorkFolder()
 int Usage()
 {
     std::fprintf(stderr, "usage: ludax_bench [--runs N] [--copy-sets N] [--work <folder>] "
-                         "[--payload <folder>]\n"
-                         "                   [--save-medians <file> | --flushes-off-against <file>]\n");
+                         "[--payload <folder>]\n");
     return 2;
 }
 
@@ -69,10 +67,6 @@ int main(int argc, char** argv)
             options.workFolder = args[i + 1];
         else if (args[i] == "--payload")
             options.payloadRoot = args[i + 1];
-        else if (args[i] == "--save-medians")
-            options.saveMedians = args[i + 1];
-        else if (args[i] == "--flushes-off-against")
-            options.flushesOffAgainst = args[i + 1];
         else
             return Usage();
     }
