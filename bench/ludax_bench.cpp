@@ -1,7 +1,7 @@
 // ludax_bench: times install and uninstall of both games against a plain copy of the same
 // files and measures each operation's peak memory.
 //   ludax_bench [--runs N] [--copy-sets N] [--work <folder>]
-//               [--payload <folder holding cs16/ and css/>]
+//               [--payload <folder holding cs16/ and css/>] [--only operations|lists]
 // The same program serves as its own child for each measured operation (see child_modes.h).
 
 #include <chrono>
@@ -42,7 +42,8 @@ std::string DefaultWorkFolder()
 int Usage()
 {
     std::fprintf(stderr, "usage: ludax_bench [--runs N] [--copy-sets N] [--work <folder>] "
-                         "[--payload <folder>]\n");
+                         "[--payload <folder>]\n"
+                         "                   [--only operations|lists]\n");
     return 2;
 }
 
@@ -67,6 +68,8 @@ int main(int argc, char** argv)
             options.workFolder = args[i + 1];
         else if (args[i] == "--payload")
             options.payloadRoot = args[i + 1];
+        else if (args[i] == "--only" && (args[i + 1] == "operations" || args[i + 1] == "lists"))
+            (args[i + 1] == "operations" ? options.lists : options.operations) = false;
         else
             return Usage();
     }
