@@ -5,6 +5,8 @@
 
 #include <chrono>
 
+#include "flushes_off.h"
+
 namespace bench {
 
 namespace {
@@ -42,7 +44,7 @@ std::wstring Quote(const std::wstring& arg)
 
 }  // namespace
 
-ProcessOutcome RunProcess(const std::vector<std::string>& args, bool quiet)
+ProcessOutcome RunProcess(const std::vector<std::string>& args, const ProcessOptions& options)
 {
     std::wstring commandLine;
     for (const std::string& arg : args)
@@ -52,7 +54,7 @@ ProcessOutcome RunProcess(const std::vector<std::string>& args, bool quiet)
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     HANDLE nul = INVALID_HANDLE_VALUE;
-    if (quiet) {
+    if (options.quiet) {
         SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
         nul = CreateFileW(L"NUL", GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &inheritable,
                           OPEN_EXISTING, 0, nullptr);
@@ -61,15 +63,24 @@ ProcessOutcome RunProcess(const std::vector<std::string>& args, bool quiet)
         startup.hStdOutput = nul;
         startup.hStdError = GetStdHandle(STD_ERROR_HANDLE);
     }
+    // The child inherits this process's environment as it is at the start.
+    SetEnvironmentVariableA(flushesOffVariable, options.flushesOff ? "1" : nullptr);
     PROCESS_INFORMATION process{};
     auto start = std::chrono::steady_clock::now();
-    BOOL started = CreateProcessW(nullptr, &commandLine[0], nullptr, nullptr, quiet, 0, nullptr,
+    BOOL started = CreateProcessW(nullptr, &commandLine[0], nullptr, nullptr, options.quiet, 0, nullptr,
                                   nullptr, &startup, &process);
+    SetEnvironmentVariableA(flushesOffVariable, nullptr);
     if (nul != INVALID_HANDLE_VALUE)
         CloseHandle(nul);
     if (!started)
         return outcome;
-    WaitForSingleObject(process.hProcess, INFINITE);
+    outcome.started = true;
+    const DWORD limit = options.limitMs > 0 ? static_cast<DWORD>(options.limitMs) : INFINITE;
+    if (WaitForSingleObject(process.hProcess, limit) == WAIT_TIMEOUT) {
+        TerminateProcess(process.hProcess, 1);
+        WaitForSingleObject(process.hProcess, INFINITE);
+        outcome.stopped = true;
+    }
     outcome.wallMs =
         std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
     DWORD exitCode = 0;
@@ -97,14 +108,28 @@ long long OwnPeakBytes()
     return static_cast<long long>(counters.PeakWorkingSetSize);
 }
 
+namespace {
+
+// Wine's version, or nullptr under Windows itself.
+const char* WineVersion()
+{
+    using Version = const char* (*)();
+    HMODULE ntdll = GetModuleHandleA("ntdll.dll");
+    auto version = ntdll ? reinterpret_cast<Version>(reinterpret_cast<void*>(GetProcAddress(ntdll, "wine_get_version")))
+                         : nullptr;
+    return version ? version() : nullptr;
+}
+
+}  // namespace
+
+// Wine starts a program of the machine it runs on as it starts a Windows one; its exit status does
+// not come back, so a sync that started and ended is taken as done.
+bool WriteBackEverything() { return WineVersion() && RunProcess({"/bin/sync"}).started; }
+
 std::string PlatformName()
 {
-    using WineVersion = const char* (*)();
-    HMODULE ntdll = GetModuleHandleA("ntdll.dll");
-    auto version = ntdll ? reinterpret_cast<WineVersion>(
-                               reinterpret_cast<void*>(GetProcAddress(ntdll, "wine_get_version")))
-                         : nullptr;
-    return version ? std::string("Windows under Wine ") + version() : std::string("Windows");
+    const char* wine = WineVersion();
+    return wine ? std::string("Windows under Wine ") + wine : std::string("Windows");
 }
 
 const char* PeakMethodName() { return "the child's own PeakWorkingSetSize at its end"; }

@@ -3,109 +3,50 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <stdexcept>
 #include <vector>
 
 #include "bench_games.h"
 #include "bench_process.h"
-#include "child_report.h"
+#include "child_runner.h"
 #include "copy_baseline.h"
 #include "flush_cost.h"
+#include "flushes_off.h"
 #include "folder_size.h"
 #include "game_series.h"
 #include "game_table.h"
 #include "median.h"
 #include "report_table.h"
 #include "run_tree.h"
+#include "worst_list_bench.h"
 
 namespace bench {
 
 namespace {
-
-// A run that did not do what it should: its figures would be meaningless.
-class RunFailed : public std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
-
-void Require(bool condition, const std::string& what)
-{
-    if (!condition)
-        throw RunFailed(what);
-}
 
 bool SameFiles(const FolderSize& a, const FolderSize& b)
 {
     return a.files == b.files && a.bytes == b.bytes;
 }
 
-void RequireBackupFilesGone(const RunTree& tree)
-{
-    Require(FileSize(tree.archivePath) < 0 && FileSize(tree.removalListPath) < 0,
-            "uninstall left its backup files");
-}
-
 class Benchmark {
 public:
-    explicit Benchmark(const BenchOptions& options) : options_(options), self_(SelfPath()) {}
+    Benchmark(const BenchOptions& options, ChildRunner& children) : options_(options), children_(children) {}
 
     double IdlePeakBytes();
     GameSeries MeasureGame(const BenchGame& game);
 
 private:
     std::string MakeCopySource(const BenchGame& game);
-    void MeasureCopies(const BenchGame& game, const std::string& source, int run,
-                       GameSeries& series);
-    void MeasureEmptyFolder(const BenchGame& game, int run, GameSeries& series);
-    void MeasureFullFolder(const BenchGame& game, int run, GameSeries& series);
+    void MeasureCopies(const BenchGame& game, const std::string& source, int run, GameSeries& series);
+    void MeasureEmptyFolder(const BenchGame& game, int run, bool flushesOff, GameSeries& series);
+    void MeasureFullFolder(const BenchGame& game, int run, bool flushesOff, GameSeries& series);
 
-    // Runs this program in a child mode; a measured child gets a report path appended.
-    Sample RunChild(std::vector<std::string> args, bool measured);
-    Sample Install(const BenchGame& game, const RunTree& tree);
-    Sample Uninstall(const BenchGame& game, const RunTree& tree);
-    void Fill(const BenchGame& game, const std::vector<std::string>& folders);
     RunTree FreshTree(const BenchGame& game, const std::string& operation, int run);
     Sample Copy(const std::string& source, const RunTree& tree);
 
     const BenchOptions& options_;
-    std::string self_;
+    ChildRunner& children_;
 };
-
-Sample Benchmark::RunChild(std::vector<std::string> args, bool measured)
-{
-    std::string reportPath = options_.workFolder + "/child-report.txt";
-    std::filesystem::remove(reportPath);
-    args.insert(args.begin(), self_);
-    if (measured)
-        args.push_back(reportPath);
-    ProcessOutcome outcome = RunProcess(args);
-    Require(outcome.exitCode == 0,
-            "child '" + args[1] + "' ended with status " + std::to_string(outcome.exitCode));
-    Sample sample;
-    if (!measured)
-        return sample;
-    ChildReport report;
-    Require(ReadReport(reportPath, report), "child '" + args[1] + "' left no report");
-    sample.ms = report.ms;
-    sample.peakBytes = report.peakBytes;
-    return sample;
-}
-
-Sample Benchmark::Install(const BenchGame& game, const RunTree& tree)
-{
-    return RunChild({"install", game.key, tree.steamappsPath, tree.account}, true);
-}
-
-Sample Benchmark::Uninstall(const BenchGame& game, const RunTree& tree)
-{
-    return RunChild({"uninstall", game.key, tree.steamappsPath, tree.account}, true);
-}
-
-void Benchmark::Fill(const BenchGame& game, const std::vector<std::string>& folders)
-{
-    std::vector<std::string> args = {"fill", game.key};
-    args.insert(args.end(), folders.begin(), folders.end());
-    RunChild(args, false);
-}
 
 RunTree Benchmark::FreshTree(const BenchGame& game, const std::string& operation, int run)
 {
@@ -116,6 +57,7 @@ RunTree Benchmark::FreshTree(const BenchGame& game, const std::string& operation
 
 Sample Benchmark::Copy(const std::string& source, const RunTree& tree)
 {
+    WriteBackEverything();
     ProcessOutcome outcome = CopyFolder(source, tree.contentFolder);
     Require(outcome.exitCode == 0, std::string(CopyToolName()) + " failed");
     return {outcome.wallMs};
@@ -125,7 +67,7 @@ double Benchmark::IdlePeakBytes()
 {
     std::vector<long long> peaks;
     for (int run = 0; run < options_.runs; ++run)
-        peaks.push_back(RunChild({"idle"}, true).peakBytes);
+        peaks.push_back(children_.Run({"idle"}, true).peakBytes);
     return Median(peaks);
 }
 
@@ -163,41 +105,50 @@ void Benchmark::MeasureCopies(const BenchGame& game, const std::string& source, 
     std::vector<std::string> sets;
     for (int set = 0; set < options_.copySets; ++set)
         sets.push_back(tree.contentFolder + std::to_string(set) + "/");
-    Fill(game, sets);
+    children_.Fill(game, sets);
     Require(SameFiles(MeasureFolder(tree.contentFolder), copied), "the full folders are not the payload's");
     series.copyFull.Add(Copy(source, tree));
     RemoveRunTree(tree);
+
+    tree = FreshTree(game, "copy-flushed", run);
+    children_.Fill(game, {tree.contentFolder});
+    const std::string set = options_.payloadRoot + "/" + game.key, folder = tree.contentFolder;
+    series.flushedCopyFull.Add(children_.Run({"flushed-copy", set, folder.substr(0, folder.size() - 1)}, true));
+    Require(SameFiles(MeasureFolder(tree.contentFolder), series.payload), "the flushed copy is incomplete");
+    RemoveRunTree(tree);
 }
 
-void Benchmark::MeasureEmptyFolder(const BenchGame& game, int run, GameSeries& series)
+void Benchmark::MeasureEmptyFolder(const BenchGame& game, int run, bool flushesOff, GameSeries& series)
 {
-    RunTree tree = FreshTree(game, "empty", run);
-    series.installEmpty.Add(Install(game, tree));
+    OperationSeries& operations = flushesOff ? series.unflushed : series.flushed;
+    RunTree tree = FreshTree(game, flushesOff ? "empty-unflushed" : "empty", run);
+    operations.installEmpty.Add(children_.Install(game, tree, flushesOff));
     Require(SameFiles(MeasureFolder(tree.contentFolder), series.payload),
             "install into an empty folder wrote other files than the payload");
     Require(FileSize(tree.archivePath) == 4, "install into an empty folder backed something up");
 
-    series.uninstallEmpty.Add(Uninstall(game, tree));
+    operations.uninstallEmpty.Add(children_.Uninstall(game, tree, flushesOff));
     Require(MeasureFolder(tree.contentFolder).files == 0, "uninstall left payload files");
     RequireBackupFilesGone(tree);
     RemoveRunTree(tree);
 }
 
-void Benchmark::MeasureFullFolder(const BenchGame& game, int run, GameSeries& series)
+void Benchmark::MeasureFullFolder(const BenchGame& game, int run, bool flushesOff, GameSeries& series)
 {
-    RunTree tree = FreshTree(game, "full", run);
-    Fill(game, {tree.contentFolder});
+    OperationSeries& operations = flushesOff ? series.unflushed : series.flushed;
+    RunTree tree = FreshTree(game, flushesOff ? "full-unflushed" : "full", run);
+    children_.Fill(game, {tree.contentFolder});
     FolderSize before = MeasureFolder(tree.contentFolder);
     Require(SameFiles(before, series.payload), "the full game folder is not the payload's");
     series.largestOverwritten = std::max(series.largestOverwritten, before.largest);
 
-    series.installFull.Add(Install(game, tree));
+    operations.installFull.Add(children_.Install(game, tree, flushesOff));
     Require(SameFiles(MeasureFolder(tree.contentFolder), series.payload),
             "install into a full folder wrote other files than the payload");
     Require(FileSize(tree.archivePath) > static_cast<long long>(before.bytes),
             "install into a full folder did not back up every file");
 
-    series.uninstallFull.Add(Uninstall(game, tree));
+    operations.uninstallFull.Add(children_.Uninstall(game, tree, flushesOff));
     Require(SameFiles(MeasureFolder(tree.contentFolder), before),
             "uninstall did not restore the full folder");
     RequireBackupFilesGone(tree);
@@ -212,11 +163,15 @@ GameSeries Benchmark::MeasureGame(const BenchGame& game)
     series.copySets = options_.copySets;
     const std::string copySource = MakeCopySource(game);
     // Operations take turns within each run, so that a spell of load elsewhere on the
-    // machine spreads over all of them instead of spoiling one.
+    // machine spreads over all of them instead of spoiling one; each runs with its flushes and
+    // with them made no-ops one after the other, the first of the two in turn from run to run.
     for (int run = 0; run < options_.runs; ++run) {
         MeasureCopies(game, copySource, run, series);
-        MeasureEmptyFolder(game, run, series);
-        MeasureFullFolder(game, run, series);
+        const bool offFirst = run % 2 == 1;
+        for (bool flushesOff : {offFirst, !offFirst})
+            MeasureEmptyFolder(game, run, flushesOff, series);
+        for (bool flushesOff : {offFirst, !offFirst})
+            MeasureFullFolder(game, run, flushesOff, series);
     }
     return series;
 }
@@ -239,14 +194,22 @@ void PrintHeading(const BenchOptions& options)
         "%d runs of each operation, each in fresh folders below %s.\n"
         "Installs and uninstalls run in a child process each, timed inside it (process start\n"
         "excluded). The copy is %s, timed from outside; each run copies %d sets side by side\n"
-        "and counts (run - median start-up on an empty source) / %d per set.\n"
-        "peak MB: the child's peak resident memory less an idle child's (%s); both first read\n"
-        "every page of the payloads the program carries, so that those pages drop out.\n"
+        "and counts (run - median start-up on an empty source) / %d per set. The flushed copy\n"
+        "copies one set over a full folder in a child, timed inside it: each file created or\n"
+        "emptied, written, flushed and closed in turn, as the uninstall must put each back.\n"
+        "Before each timed operation and copy the system writes back what earlier ones left.\n"
+        "Each operation also runs with every flush made a no-op, right before or after the same\n"
+        "operation with its flushes, the order turning from run to run\n"
+        "(flushes made no-ops: %s).\n"
+        "peak MB: the child's peak resident memory less an idle child's\n"
+        "(%s); both first read every page of the payloads the program\n"
+        "carries, so that those pages drop out.\n"
         "Targets: first install into an empty game folder, median within %.1fx of the copy into\n"
-        "an empty folder; uninstall after an install into a full one, within %.1fx of the copy\n"
-        "over a full folder; peak within the largest overwritten file + %.0f MB (1 MB = 2^20 bytes).\n",
-        options.runs, options.workFolder.c_str(), CopyToolName(), options.copySets,
-        options.copySets, PeakMethodName(), installLimit, uninstallLimit, budgetSlackMb);
+        "an empty folder; uninstall after an install into a full one, within %.1fx of the flushed\n"
+        "copy; peak within the largest overwritten file + %.0f MB (1 MB = 2^20 bytes); the uninstall\n"
+        "over each of the worst removal lists, after the tables of both games, within %.0f ms.\n",
+        options.runs, options.workFolder.c_str(), CopyToolName(), options.copySets, options.copySets,
+        FlushesOffMethodName(), PeakMethodName(), installLimit, uninstallLimit, budgetSlackMb, worstListLimitMs);
 }
 
 }  // namespace
@@ -257,26 +220,23 @@ int RunBenchmark(const BenchOptions& options)
     std::filesystem::create_directories(options.workFolder);
     int status = 0;
     try {
-        Benchmark benchmark(options);
+        ChildRunner children(options.workFolder);
+        Benchmark benchmark(options, children);
         double idlePeak = benchmark.IdlePeakBytes();
         std::printf("idle child's peak: %.2f MB\n", idlePeak / (1024.0 * 1024.0));
         bool met = true;
-        if (!options.saveMedians.empty())
-            std::remove(options.saveMedians.c_str());
-        for (int index = 0; index < gameCount; ++index) {
+        for (int index = 0; options.operations && index < gameCount; ++index) {
             const BenchGame& game = GameAt(index);
             const GameSeries series = benchmark.MeasureGame(game);
-            if (options.flushesOffAgainst.empty())
-                met = PrintTable(GameTable(game, series, idlePeak)) && met;
-            else
-                Require(PrintFlushCost(options.flushesOffAgainst, game.key, series),
-                        "no medians of " + std::string(game.key) + " in " + options.flushesOffAgainst);
-            if (!options.saveMedians.empty())
-                SaveMedians(options.saveMedians, game.key, series);
+            met = PrintTable(GameTable(game, series, idlePeak)) && met;
+            PrintFlushCost(game, series);
             std::fflush(stdout);
         }
-        if (options.flushesOffAgainst.empty())
-            std::printf("\n%s\n", met ? "All targets met." : "Some targets missed (OVER above).");
+        if (options.lists)
+            met = MeasureWorstLists(children, options, GameAt(0), idlePeak) && met;
+        if (!children.WritesBack())
+            std::printf("\nThe system could not be asked to write back before each operation here.\n");
+        std::printf("\n%s\n", met ? "All targets met." : "Some targets missed (OVER or MISSED above).");
     } catch (const std::exception& error) {
         std::fprintf(stderr, "ludax_bench: %s\n", error.what());
         status = 1;

@@ -12,9 +12,9 @@ struct BenchOptions {
     int copySets = 8;
     std::string workFolder;   // fresh run folders go below it; removed at the end
     std::string payloadRoot;  // holds cs16/ and css/, the sets the containers are packed from
-    // Where a run saves its operations' medians, or (a run with the flushes made no-ops) reads
-    // them to set its own beside them instead of printing its tables.
-    std::string saveMedians, flushesOffAgainst;
+    // What it measures: the operations of both games against the copies, and the uninstall over
+    // the worst removal lists (worst_removal_lists.h).
+    bool operations = true, lists = true;
 };
 
 // Returns the process exit status: 0 when every run did what it should (targets may be missed).

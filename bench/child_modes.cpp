@@ -7,6 +7,8 @@
 #include "bench_process.h"
 #include "child_report.h"
 #include "embedded.h"
+#include "flushed_copy.h"
+#include "flushes_off.h"
 #include "full_game_folder.h"
 #include "install.h"
 #include "steam_layouts.h"
@@ -61,16 +63,41 @@ int RunOperation(const std::vector<std::string>& args)
     return 0;
 }
 
+int RunFlushedCopy(const std::vector<std::string>& args)
+{
+    if (args.size() != 4)
+        return Usage();
+    auto start = std::chrono::steady_clock::now();
+    const bool copied = CopyFlushingEachFile(args[1], args[2]);
+    auto end = std::chrono::steady_clock::now();
+    if (!copied) {
+        std::fprintf(stderr, "ludax_bench: the flushed copy failed\n");
+        return 1;
+    }
+    ChildReport report;
+    report.ms = std::chrono::duration<double, std::milli>(end - start).count();
+    WriteReport(args[3], report);
+    return 0;
+}
+
 }  // namespace
 
 bool IsChildMode(const std::string& mode)
 {
-    return mode == "idle" || mode == "install" || mode == "uninstall" || mode == "fill";
+    return mode == "idle" || mode == "install" || mode == "uninstall" || mode == "flushed-copy" || mode == "fill";
 }
 
 int RunChildMode(const std::vector<std::string>& args)
 {
     const std::string& mode = args[0];
+    const bool flushesOff = FlushesOffAsked();
+    if (!SetUpFlushes(flushesOff)) {
+        std::fprintf(stderr, "ludax_bench: cannot make this child's flushes %s\n",
+                     flushesOff ? "no-ops (is eatmydata installed?)" : "reach the system (run without eatmydata)");
+        return 3;
+    }
+    if (mode == "flushed-copy")
+        return RunFlushedCopy(args);
     if (mode == "idle") {
         if (args.size() != 2)
             return Usage();

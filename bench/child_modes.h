@@ -3,7 +3,10 @@
 // memory belongs to that operation alone:
 //   idle <report>                                   loads nothing: the baseline
 //   install|uninstall <game> <steamapps> <account> <report>
+//   flushed-copy <source> <destination> <report>    the copy that flushes each file
 //   fill <game> <content folder>...                 prepares full game folders (not measured)
+// A child started with its flushes off (flushes_off.h) makes them no-ops first, and fails when it
+// cannot; every other child fails when its flushes would not reach the system.
 
 #include <string>
 #include <vector>

@@ -24,8 +24,9 @@ const char* CopyToolName() { return "xcopy /E /I /Y /Q"; }
 // xcopy.exe started directly rather than through cmd.exe: one process start less to subtract.
 ProcessOutcome CopyFolder(const std::string& source, const std::string& destination)
 {
-    return RunProcess(
-        {"xcopy.exe", Backslashed(source), Backslashed(destination), "/E", "/I", "/Y", "/Q"}, true);
+    ProcessOptions quiet;
+    quiet.quiet = true;
+    return RunProcess({"xcopy.exe", Backslashed(source), Backslashed(destination), "/E", "/I", "/Y", "/Q"}, quiet);
 }
 
 #else

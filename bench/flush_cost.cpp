@@ -1,57 +1,44 @@
 #include "flush_cost.h"
 
 #include <cstdio>
-#include <fstream>
-#include <map>
-#include <sstream>
+#include <vector>
 
 #include "median.h"
 
 namespace bench {
+
 namespace {
 
 struct Operation {
     const char* name;
-    const Series GameSeries::*series;
+    Series OperationSeries::*series;
 };
 
 const Operation operations[] = {
-    {"install into empty game folder", &GameSeries::installEmpty},
-    {"install into full game folder", &GameSeries::installFull},
-    {"uninstall after install into empty", &GameSeries::uninstallEmpty},
-    {"uninstall after install into full", &GameSeries::uninstallFull},
+    {"install into empty game folder", &OperationSeries::installEmpty},
+    {"install into full game folder", &OperationSeries::installFull},
+    {"uninstall after install into empty", &OperationSeries::uninstallEmpty},
+    {"uninstall after install into full", &OperationSeries::uninstallFull},
 };
 
 }  // namespace
 
-void SaveMedians(const std::string& path, const char* game, const GameSeries& series)
+void PrintFlushCost(const BenchGame& game, const GameSeries& series)
 {
-    std::ofstream out(path, std::ios::app);
-    for (const Operation& operation : operations)
-        out << game << '\t' << operation.name << '\t' << Median((series.*operation.series).ms) << '\n';
-}
-
-bool PrintFlushCost(const std::string& path, const char* game, const GameSeries& series)
-{
-    std::map<std::string, double> flushed;
-    std::ifstream in(path);
-    for (std::string line; std::getline(in, line);) {
-        std::istringstream fields(line);
-        std::string key, name, ms;
-        if (std::getline(fields, key, '\t') && std::getline(fields, name, '\t') && std::getline(fields, ms) &&
-            key == game)
-            flushed[name] = std::stod(ms);
-    }
-    if (flushed.empty())
-        return false;
-    std::printf("\n%s: what the flushes cost (median ms)\n\n", game);
-    std::printf("| operation | flushed | flushes made no-ops | the flushes |\n|---|---|---|---|\n");
+    std::printf("\n%s: what the flushes cost (ms; each run measures both, one after the other)\n", game.title);
+    std::printf("%-36s %8s %9s %17s %15s\n", "operation", "flushed", "no-ops", "cost of medians", "cost run by run");
     for (const Operation& operation : operations) {
-        const double with = flushed[operation.name], without = Median((series.*operation.series).ms);
-        std::printf("| %s | %.1f | %.1f | %+.1f (%.0f %%) |\n", operation.name, with, without, with - without,
-                    with > 0 ? 100 * (with - without) / with : 0.0);
+        const std::vector<double>& with = (series.flushed.*operation.series).ms;
+        const std::vector<double>& without = (series.unflushed.*operation.series).ms;
+        std::vector<double> differences;
+        for (std::size_t run = 0; run < with.size() && run < without.size(); ++run)
+            differences.push_back(with[run] - without[run]);
+        const double flushed = Median(with), unflushed = Median(without);
+        char cost[32];
+        std::snprintf(cost, sizeof cost, "%+.1f (%+.0f %%)", flushed - unflushed,
+                      flushed > 0 ? 100 * (flushed - unflushed) / flushed : 0.0);
+        std::printf("%-36s %8.1f %9.1f %17s %+15.1f\n", operation.name, flushed, unflushed, cost, Median(differences));
     }
-    return true;
 }
 
 }  // namespace bench

@@ -1,18 +1,14 @@
 #pragma once
-// What the flushes cost: a run with them saves its medians, a run with them made no-ops (the
-// whole run under eatmydata, see bench/run) sets its own beside those.
+// What the flushes cost: each operation with its flushes beside the same operation with them made
+// no-ops, the two run in turn within each run (benchmark.cpp), so that both see the machine alike.
 
-#include <string>
-
+#include "bench_games.h"
 #include "game_series.h"
 
 namespace bench {
 
-// Appends the game's install and uninstall medians to `path`, a line each: game, operation, ms.
-void SaveMedians(const std::string& path, const char* game, const GameSeries& series);
-
-// Prints each operation's median from `path` (flushed) beside this run's (not flushed) and
-// the difference; false when `path` holds no median of this game.
-bool PrintFlushCost(const std::string& path, const char* game, const GameSeries& series);
+// Prints the game's table: both medians, their difference, and the middle of the run-by-run
+// differences. A negative cost is printed as measured.
+void PrintFlushCost(const BenchGame& game, const GameSeries& series);
 
 }  // namespace bench

@@ -24,14 +24,21 @@ struct Series {
     }
 };
 
+// The four operations of one game.
+struct OperationSeries {
+    Series installEmpty, installFull;
+    Series uninstallEmpty, uninstallFull;
+};
+
 struct GameSeries {
     FolderSize payload;                   // the set the container is packed from
     std::uintmax_t largestOverwritten = 0;
     int copySets = 1;                     // copies of the set one copy-tool run makes
     Series copyStartup;                   // the copy tool on an empty source folder
     Series copyEmpty, copyFull;           // whole copy-tool runs, start-up included
-    Series installEmpty, installFull;
-    Series uninstallEmpty, uninstallFull;
+    Series flushedCopyFull;               // one set over a full folder, each file flushed, timed inside
+    OperationSeries flushed;              // the operations as the program runs them
+    OperationSeries unflushed;            // the same with every flush a no-op, in turn with them
 };
 
 }  // namespace bench

@@ -1,8 +1,7 @@
 // ludax_bench: times install and uninstall of both games against a plain copy of the same
 // files and measures each operation's peak memory.
 //   ludax_bench [--runs N] [--copy-sets N] [--work <folder>]
-//               [--payload <folder holding cs16/ and css/>]
-//               [--save-medians <file> | --flushes-off-against <file>]
+//               [--payload <folder holding cs16/ and css/>] [--only operations|lists]
 // The same program serves as its own child for each measured operation (see child_modes.h).
 
 #include <chrono>
@@ -44,7 +43,7 @@ int Usage()
 {
     std::fprintf(stderr, "usage: ludax_bench [--runs N] [--copy-sets N] [--work <folder>] "
                          "[--payload <folder>]\n"
-                         "                   [--save-medians <file> | --flushes-off-against <file>]\n");
+                         "                   [--only operations|lists]\n");
     return 2;
 }
 
@@ -69,10 +68,8 @@ int main(int argc, char** argv)
             options.workFolder = args[i + 1];
         else if (args[i] == "--payload")
             options.payloadRoot = args[i + 1];
-        else if (args[i] == "--save-medians")
-            options.saveMedians = args[i + 1];
-        else if (args[i] == "--flushes-off-against")
-            options.flushesOffAgainst = args[i + 1];
+        else if (args[i] == "--only" && (args[i + 1] == "operations" || args[i + 1] == "lists"))
+            (args[i + 1] == "operations" ? options.lists : options.operations) = false;
         else
             return Usage();
     }

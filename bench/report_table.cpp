@@ -23,7 +23,7 @@ const char* Verdict(bool checked, bool met) { return !checked ? "-" : met ? "PAS
 bool PrintTable(const ReportTable& table)
 {
     std::printf("\n%s\n", table.title.c_str());
-    std::printf("%-40s %9s %15s %5s %6s %6s %7s %9s %9s %6s\n", "operation", "median ms", "min..max ms", "copy",
+    std::printf("%-40s %9s %15s %7s %6s %6s %7s %9s %9s %6s\n", "operation", "median ms", "min..max ms", "copy",
                 "x copy", "min x", "peak MB", "budget MB", "speed", "memory");
     bool allMet = true;
     for (const ReportRow& row : table.rows) {
@@ -36,7 +36,7 @@ bool PrintTable(const ReportTable& table)
             allMet = false;
         std::string range = Number(row.minMs) + ".." + Number(row.maxMs);
         std::string speed = speedChecked ? Number(row.speedLimit, "%.1f") + "x " + Verdict(true, fast) : "-";
-        std::printf("%-40s %9s %15s %5s %6s %6s %7s %9s %9s %6s\n", row.operation.c_str(),
+        std::printf("%-40s %9s %15s %7s %6s %6s %7s %9s %9s %6s\n", row.operation.c_str(),
                     Number(row.medianMs).c_str(), range.c_str(), row.copy,
                     Number(row.ratioToCopy, "%.2f").c_str(),
                     Number(row.minRatioToCopy, "%.2f").c_str(), Number(row.peakMb, "%.2f").c_str(),

@@ -17,6 +17,8 @@ RunTree MakeRunTree(const std::string& workFolder, const std::string& label, con
     tree.contentFolder = place.Game(game.id).contentFolder;
     tree.archivePath = backup.archive;
     tree.removalListPath = backup.removalList;
+    tree.recordPath = backup.record;
+    tree.draftPath = backup.draft;
     std::filesystem::remove_all(tree.root);
     std::filesystem::create_directories(tree.contentFolder);
     return tree;

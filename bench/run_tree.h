@@ -14,6 +14,8 @@ struct RunTree {
     std::string contentFolder;  // ends with '/'
     std::string archivePath;
     std::string removalListPath;
+    std::string recordPath;  // what the installs wrote
+    std::string draftPath;   // a rewrite of the removal list not finished
 };
 
 // Creates the tree down to an empty content folder.
