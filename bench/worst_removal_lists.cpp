@@ -39,8 +39,8 @@ struct GameNames {
 GameNames NamesOf(const GameProfile& game)
 {
     const SteamAccount place = AccountFolderEntry("", "a");
-    const std::string& folder = place.*game.gameFolder;
-    const std::string& content = place.*game.contentFolder;
+    const std::string& folder = place.Game(game.id).gameFolder;
+    const std::string& content = place.Game(game.id).contentFolder;
     return {folder.substr(folder.rfind('/') + 1), content.substr(folder.size() + 1, content.size() - folder.size() - 2)};
 }
 
