@@ -119,7 +119,8 @@ bool ArchiveReader::Next(std::string& name, bool& nameTooLong, std::uint32_t& da
 
 sys::Status ArchiveReader::CopyData(const std::function<sys::Status(const char* bytes, std::size_t size)>& write)
 {
-    std::vector<char> block(static_cast<std::size_t>(std::min(unreadData, copyBlock)));
+    // One block for every record: a fresh one each time would be memory the system maps anew.
+    block.resize(std::max(block.size(), static_cast<std::size_t>(std::min(unreadData, copyBlock))));
     while (unreadData > 0) {
         const std::size_t part = static_cast<std::size_t>(std::min<std::uint64_t>(unreadData, block.size()));
         const sys::Status read = file.Read(block.data(), part);

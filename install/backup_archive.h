@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "output_file.h"
 #include "system.h"
@@ -66,4 +67,5 @@ private:
     std::uint64_t wholeEnd = 0;
     bool failed = false;
     sys::Reason failure;
+    std::vector<char> block;  // what CopyData copies through
 };

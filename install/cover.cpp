@@ -52,7 +52,7 @@ Cover ReadCover(const GameProfile& game, const SteamAccount& place, const std::s
             const PlacedLine placed = PlaceLine(line, place, game.id);
             if (paths.count(placed.path))
                 cover.listed.insert(placed.path);
-            NoteNamedGame(placed.gameFolder, cover.namedGames);
+            cover.namedGames.Note(placed.gameFolder);
         }, &cover.listExtent);
         if (!read)
             cover.unreadable.NoteFirst(backup.removalList, read.Why());
@@ -63,7 +63,7 @@ Cover ReadCover(const GameProfile& game, const SteamAccount& place, const std::s
         if (!read)
             cover.unreadable.NoteFirst(backup.record, read.Why());
         for (const std::string& folder : cover.record.games)
-            NoteNamedGame(folder, cover.namedGames);
+            cover.namedGames.Note(folder);
     }
     return cover;
 }

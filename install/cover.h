@@ -13,6 +13,7 @@
 #include "call_status.h"
 #include "game_profile.h"
 #include "removal_list.h"
+#include "safe_paths.h"
 #include "written_record.h"
 
 struct Cover {
@@ -26,7 +27,7 @@ struct Cover {
     bool recordExists = false;
     WrittenRecord record;
     // The game's folders the lines and the record name (GameTheyBelongTo).
-    std::vector<std::string> namedGames;
+    NamedGames namedGames;
     sys::Failure unreadable;  // a backup file that is there but could not be read to its end
 };
 

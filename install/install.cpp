@@ -187,7 +187,7 @@ std::vector<Step> Steps(const GameProfile& game, const SteamAccount& place)
         step.name = record.name;
         step.data = record.data;
         step.size = record.size;
-        step.bytes = {record.size, Sha256Of(record.data, record.size)};
+        step.bytes = {record.size, RecordSum(*game.payload, steps.size(), record.data, record.size)};
         step.target = place.Game(game.id).contentFolder + record.name;
         steps.push_back(std::move(step));
         return true;
@@ -402,7 +402,7 @@ InstallOutcome InstallConfig(const GameProfile& game, const SteamAccount& place,
     if (cover.unreadable.Failed())
         return LogStop({Result::writeFailed, cover.unreadable.path, cover.unreadable.reason}, backup, log);
     // Backup files copied here from another place would take this place's files for that one's.
-    const Belonging belonging = GameTheyBelongTo(cover.namedGames, place, game.id, places);
+    const Belonging belonging = GameTheyBelongTo(cover.namedGames.Folders(), place, game.id, places);
     if (!belonging.elsewhere.empty())
         return LogStop({Result::elsewhere, belonging.elsewhere, {}}, backup, log);
     if (belonging.unknown.Failed())

@@ -24,8 +24,8 @@ void RemovalListReader::Feed(const char* bytes, std::size_t size)
         } else if (c == '\r' || overlong) {
             continue;
         } else {
-            // UTF-16 units: one for each byte that starts a character, two for one past U+FFFF.
-            // A byte of ANSI text counts as UTF-8 would, which never counts it for more.
+            // UTF-16 units as the bytes come, as UTF-8 counts them: one for each byte that starts a
+            // character, two for one past U+FFFF. An ANSI line is counted again when it ends.
             units += (c & 0xC0) == 0x80 ? 0 : c >= 0xF0 ? 2 : 1;
             if (units > sys::maxPathUnits || line.size() == sys::maxPathBytes) {
                 overlong = true;
@@ -47,9 +47,13 @@ void RemovalListReader::Finish()
 
 void RemovalListReader::EndLine(std::uint64_t lineEnd)
 {
-    // A line an earlier version wrote in the system's ANSI code page is not UTF-8.
-    if (!overlong && !line.empty())
-        visit(IsUtf8(line) ? line : sys::AnsiToUtf8(line));
+    // A line an earlier version wrote in the system's ANSI code page is not UTF-8, and may count
+    // more characters than its bytes showed while they came.
+    if (!overlong && !line.empty()) {
+        const std::string text = IsUtf8(line) ? line : sys::AnsiToUtf8(line);
+        if (Utf16Length(text) <= sys::maxPathUnits)
+            visit(text);
+    }
     overlong = false;
     units = 0;
     line.clear();

@@ -1,5 +1,6 @@
 #include "safe_paths.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "find_games.h"
@@ -120,50 +121,90 @@ bool IsAbsolutePathLine(const std::string& line)
     return true;
 }
 
+namespace {
+
+bool SameIgnoringAsciiCase(const std::string& a, const std::string& b)
+{
+    if (a.size() != b.size())
+        return false;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        const char x = a[i] >= 'A' && a[i] <= 'Z' ? static_cast<char>(a[i] - 'A' + 'a') : a[i];
+        const char y = b[i] >= 'A' && b[i] <= 'Z' ? static_cast<char>(b[i] - 'A' + 'a') : b[i];
+        if (x != y)
+            return false;
+    }
+    return true;
+}
+
+// True when `tail` (segments below the game's folder, as a line has them) names what an install
+// writes: something below the content folder, or one of the folders down to it, whose segments
+// `content` gives (IsRemovableLine's rule, segment by segment). `validFrom[i]` tells whether the
+// tail's segments from i on are each a Windows name.
+bool RemovableTail(const std::vector<std::string>& segments, std::size_t first, const std::vector<bool>& validFrom,
+                   const std::vector<std::string>& content)
+{
+    const std::size_t length = segments.size() - first;
+    if (length == 0 || !validFrom[first])
+        return false;
+    for (std::size_t i = 0; i < std::min(length, content.size()); ++i)
+        if (segments[first + i] != content[i])
+            return false;
+    return true;  // below the content folder, the content folder, or a folder on the way to it
+}
+
+}  // namespace
+
 PlacedLine PlaceLine(const std::string& line, const SteamAccount& place, GameId game)
 {
     if (!IsAbsolutePathLine(line))
         return {};
-    const std::string& gameFolder = place.Game(game).gameFolder;
+    const GameAtPlace& at = place.Game(game);
     // The game's folder ends in steamapps/<account>/<game> or steamapps/common/<game>; a line
     // names it by the same three segments, the account's in any spelling.
-    const std::vector<std::string> own = ResolvePath(gameFolder).segments;
+    const std::vector<std::string> own = ResolvePath(at.gameFolder).segments;
+    const std::string below = at.contentFolder.substr(at.gameFolder.size() + 1);
+    const std::vector<std::string> content = ResolvePath(below).segments;
     if (own.size() < 3)
         return {};
-    const std::string steamapps = AsciiLower(own[own.size() - 3]);
-    const std::string common = AsciiLower(own[own.size() - 2]);
-    const std::string name = AsciiLower(own.back());
     ResolvedPath resolved = ResolvePath(line);
     const std::vector<std::string>& segments = resolved.segments;
+    // Which stretches of segments up to the end are Windows names, from the end: each candidate
+    // for the game's folder then costs a few comparisons, so a line costs time in proportion to
+    // its length.
+    std::vector<bool> validFrom(segments.size() + 1, true);
+    for (std::size_t i = segments.size(); i-- > 0;)
+        validFrom[i] = validFrom[i + 1] && IsWindowsName(segments[i]);
     // A path an install wrote names a game folder once, or a few times when the folders above
-    // Steam's happen to look like one; a line naming more is passed over, at a bounded cost.
+    // Steam's happen to look like one; a line naming more is passed over.
     std::size_t candidates = 0;
-    for (std::size_t at = 2; at < segments.size(); ++at) {
-        if (AsciiLower(segments[at]) != name || AsciiLower(segments[at - 2]) != steamapps ||
-            (place.library && AsciiLower(segments[at - 1]) != common))
+    for (std::size_t index = 2; index < segments.size(); ++index) {
+        if (!SameIgnoringAsciiCase(segments[index], own.back()) ||
+            !SameIgnoringAsciiCase(segments[index - 2], own[own.size() - 3]) ||
+            (place.library && !SameIgnoringAsciiCase(segments[index - 1], own[own.size() - 2])))
             continue;
         if (++candidates > maxGameFolderCandidates)
             break;
-        std::string below = gameFolder;
-        for (std::size_t next = at + 1; next < segments.size(); ++next)
-            below += "/" + segments[next];
-        if (!IsRemovableLine(below, gameFolder, place.Game(game).contentFolder))
+        if (!RemovableTail(segments, index + 1, validFrom, content))
             continue;
-        resolved.segments.resize(at + 1);
-        return {below, JoinResolved(resolved, '/')};
+        std::string path = at.gameFolder;
+        for (std::size_t next = index + 1; next < segments.size(); ++next)
+            path.append("/").append(segments[next]);
+        resolved.segments.resize(index + 1);
+        return {path, JoinResolved(resolved, '/')};
     }
     return {};
 }
 
-void NoteNamedGame(const std::string& gameFolder, std::vector<std::string>& named)
+void NamedGames::Note(const std::string& gameFolder)
 {
-    if (gameFolder.empty() || named.size() == maxNamedGames)
+    if (gameFolder.empty() || gameFolder == last || folders.size() == maxNamedGames)
         return;
+    last = gameFolder;
     const std::string key = PlaceKey(gameFolder);
-    for (const std::string& folder : named)
-        if (PlaceKey(folder) == key)
-            return;
-    named.push_back(gameFolder);
+    if (std::find(keys.begin(), keys.end(), key) != keys.end())
+        return;
+    folders.push_back(gameFolder);
+    keys.push_back(key);
 }
 
 Belonging GameTheyBelongTo(const std::vector<std::string>& named, const SteamAccount& place, GameId game,

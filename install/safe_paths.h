@@ -47,9 +47,18 @@ inline std::string LineAtPlace(const std::string& line, const SteamAccount& plac
     return PlaceLine(line, place, game).path;
 }
 
-// Adds `gameFolder` (as a line or the record spells it) to `named` unless it names one there
-// already, up to a few: a list an install wrote names one or two.
-void NoteNamedGame(const std::string& gameFolder, std::vector<std::string>& named);
+// The game's folders backup files name (as their lines and record spell them), each folder once,
+// up to a few: a list an install wrote names one or two. Lines of one list mostly name one
+// spelling: each costs a comparison with the one before.
+class NamedGames {
+public:
+    void Note(const std::string& gameFolder);
+    const std::vector<std::string>& Folders() const { return folders; }
+
+private:
+    std::vector<std::string> folders, keys;  // each with its PlaceKey
+    std::string last;
+};
 
 // Where backup files belong.
 struct Belonging {

@@ -27,7 +27,7 @@ struct BackupRead {
     bool recordExists = false;
     sys::Status recordRead;
     WrittenRecord record;
-    std::vector<std::string> namedGames;  // the game's folders the lines and the record name
+    NamedGames namedGames;  // the game's folders the lines and the record name
     std::set<std::string> restored;       // what the archive puts back, by sys::NameKey
     sys::Status archiveRead;              // failed: what the archive puts back is not known whole
 };
@@ -59,12 +59,12 @@ BackupRead ReadBackupFiles(const BackupFiles& backup, const GameAtPlace& at, con
             const PlacedLine placed = PlaceLine(line, place, at.id);
             if (!placed.path.empty() && seen.insert(sys::NameKey(placed.path)).second)
                 read.lines.push_back(placed.path);
-            NoteNamedGame(placed.gameFolder, read.namedGames);
+            read.namedGames.Note(placed.gameFolder);
         });
     });
     read.recordRead = ReadBackup(backup.record, read.recordExists, [&] { return ReadWrittenRecord(backup.record, read.record); });
     for (const std::string& folder : read.record.games)
-        NoteNamedGame(folder, read.namedGames);
+        read.namedGames.Note(folder);
     ArchiveReader archive(backup.archive);
     std::string name;
     bool nameTooLong = false;
@@ -369,7 +369,7 @@ UninstallOutcome UninstallConfig(const GameProfile& game, const SteamAccount& pl
     }
     // Backup files copied here from the game at another place would put that player's files over
     // this one's, and take this one's for ours.
-    const Belonging belonging = GameTheyBelongTo(read.namedGames, place, game.id, places);
+    const Belonging belonging = GameTheyBelongTo(read.namedGames.Folders(), place, game.id, places);
     if (!belonging.elsewhere.empty() || belonging.unknown.Failed()) {
         outcome.elsewhere = !belonging.elsewhere.empty();
         first = outcome.elsewhere ? sys::Failure{belonging.elsewhere, {}} : belonging.unknown;

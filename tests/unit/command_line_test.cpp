@@ -210,6 +210,32 @@ std::string ThisBuild()
     return "Ludax config. 1.02 (cs16 " + id("cs16") + ", css " + id("css") + ")";
 }
 
+TEST(CommandLine, TheRecordOfARealInstallHoldsEachShippedFilesSum)
+{
+    RegisteredSteam steam;
+    const SteamAccount place = AccountFolderEntry(steam.Apps(), "player");
+    MakeFolders(place.Game(GameId::cs16).contentFolder);
+    ASSERT_EQ(Ask({"/install", "cs16"}).status, 0);
+    const std::string sums = LUDAX_CONTAINER_SUMS;
+#ifdef _WIN32
+    const std::string oracle = ReadFile(sums[0] == '/' ? "Z:" + sums : sums);
+#else
+    const std::string oracle = ReadFile(sums);
+#endif
+    std::size_t files = 0;
+    const std::string record = ReadFile(place.folder + "/cs16ludax_2.bak");
+    for (std::size_t at = 0, end; (end = record.find("\r\n", at)) != std::string::npos; at = end + 2) {
+        const std::string line = record.substr(at, end - at);
+        if (line.rfind("file\t", 0) != 0)
+            continue;
+        const std::string name = line.substr(line.rfind('\t') + 1 + std::string("cstrike/").size());
+        const std::string digest = line.substr(line.find('\t', 5) + 1, 64);
+        EXPECT_NE(oracle.find("cs16/" + name + " " + digest + "\n"), std::string::npos) << line;
+        ++files;
+    }
+    EXPECT_GT(files, 30u);
+}
+
 TEST(CommandLine, VersionAndSteamsFolder)
 {
     // The build names its file sets; the usage says how to ask.

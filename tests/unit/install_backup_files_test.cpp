@@ -57,6 +57,10 @@ TEST(RemovalList, LinesEndAtLfLoseEveryCrAndPassEmptyOnesOver)
     // Counted in UTF-16 units: a character of three UTF-8 bytes is one, one of four is two.
     const std::string euros = Repeated("€", 32767), faces = Repeated("😀", 16384);
     EXPECT_EQ(ReadRemovalList(euros + "\n" + faces + "\n" + faces.substr(4) + "\n"), (Lines{euros, faces.substr(4)}));
+    // A line an earlier version wrote in the ANSI code page counts its characters once converted:
+    // each byte of "é" is one, though UTF-8 would count 0x80 to 0xBF as none.
+    const std::string ansi = Western(Repeated("é", 16384)) + std::string(16384, '\xA9');
+    EXPECT_EQ(ReadRemovalList(ansi + "\n" + ansi.substr(2) + "\n").size(), 1u);
     // CRs do not count towards a line's length.
     EXPECT_EQ(ReadRemovalList(longest + std::string(50, '\r') + "\n"), Lines{longest});
 }

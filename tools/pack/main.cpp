@@ -1,7 +1,7 @@
 // ludax-pack: checks a payload file set, packs it into a container, lists what a container or a
 // built Ludax.exe carries.
 //   ludax-pack check <set-folder> <manifest>
-//   ludax-pack pack <set-folder> <manifest> <output>
+//   ludax-pack pack <set-folder> <manifest> <output>    (and <output>.sums: its SHA-256 and each record's)
 //   ludax-pack list <container> [<set-folder> <manifest>]
 //   ludax-pack list <Ludax.exe> [<folder of cs16/, css/ and their manifests>]
 
@@ -13,7 +13,9 @@
 #include <vector>
 
 #include "list_command.h"
+#include "container.h"
 #include "packer.h"
+#include "sha256.h"
 
 namespace {
 
@@ -46,6 +48,44 @@ int Check(const std::string& setFolder, const std::string& manifest)
     return 0;
 }
 
+// Writes `bytes` to `path` unless it holds them already (an unchanged file keeps its date, so
+// nothing that embeds it is rebuilt for nothing): written aside and renamed, so a failed run never
+// leaves half a file for the build. False when it could not be written.
+bool WriteIfChanged(const std::string& path, const std::vector<char>& bytes)
+{
+    std::string current;
+    if (ReadWhole(path, current) && current.size() == bytes.size() && std::equal(current.begin(), current.end(), bytes.begin()))
+        return true;
+    const std::string partial = path + ".partial";
+    {
+        std::ofstream out(partial, std::ios::binary | std::ios::trunc);
+        out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        if (!out.flush()) {
+            std::fprintf(stderr, "ludax-pack: %s: cannot write\n", partial.c_str());
+            return false;
+        }
+    }
+    std::error_code failure;
+    std::filesystem::rename(partial, path, failure);
+    if (failure)
+        std::fprintf(stderr, "ludax-pack: %s: %s\n", path.c_str(), failure.message().c_str());
+    return !failure;
+}
+
+// The SHA-256 of the whole container, then of each record's data, in order: what the program
+// names its build by and records of what it writes, worked out once here.
+std::vector<char> Sums(const std::vector<char>& container)
+{
+    std::vector<char> sums;
+    const auto add = [&](const Sha256::Digest& digest) { sums.insert(sums.end(), digest.begin(), digest.end()); };
+    add(Sha256Of(container.data(), container.size()));
+    WalkRecords(container.data(), container.size(), 0, [&](const ContainerRecord& record) {
+        add(Sha256Of(record.data, record.size));
+        return true;
+    });
+    return sums;
+}
+
 int Pack(const std::string& setFolder, const std::string& manifest, const std::string& output)
 {
     const PackResult result = PackSet(setFolder, manifest);
@@ -54,30 +94,17 @@ int Pack(const std::string& setFolder, const std::string& manifest, const std::s
     if (!result.error.empty()) {
         // A refused set leaves no container behind that could pass for its packing.
         std::filesystem::remove(output, failure);
+        std::filesystem::remove(output + ".sums", failure);
         std::fprintf(stderr, "ludax-pack: %s: refused; correct the errors above\n", setFolder.c_str());
         return 1;
     }
-    // An unchanged container keeps its date, so nothing that embeds it is rebuilt for nothing.
     std::string current;
-    if (ReadWhole(output, current) && current.size() == result.container.size() &&
-        std::equal(current.begin(), current.end(), result.container.begin()))
-        return 0;
-    // Written aside and renamed, so a failed run never leaves a half container for the build.
-    const std::string partial = output + ".partial";
-    {
-        std::ofstream out(partial, std::ios::binary | std::ios::trunc);
-        out.write(result.container.data(), static_cast<std::streamsize>(result.container.size()));
-        if (!out.flush()) {
-            std::fprintf(stderr, "ludax-pack: %s: cannot write\n", partial.c_str());
-            return 1;
-        }
-    }
-    std::filesystem::rename(partial, output, failure);
-    if (failure) {
-        std::fprintf(stderr, "ludax-pack: %s: %s\n", output.c_str(), failure.message().c_str());
+    const bool changed = !ReadWhole(output, current) || current.size() != result.container.size() ||
+                         !std::equal(current.begin(), current.end(), result.container.begin());
+    if (!WriteIfChanged(output + ".sums", Sums(result.container)) || !WriteIfChanged(output, result.container))
         return 1;
-    }
-    std::printf("ludax-pack: %s: packed %s\n", output.c_str(), setFolder.c_str());
+    if (changed)
+        std::printf("ludax-pack: %s: packed %s\n", output.c_str(), setFolder.c_str());
     return 0;
 }
 
