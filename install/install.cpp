@@ -126,14 +126,24 @@ private:
         } else if (entry.kind == sys::EntryKind::none) {
             if (!cover.listed.count(step.target))
                 newLines.push_back(step.target);
-        } else if (!cover.backedUp.count(step.name) && !cover.listed.count(step.target) &&
-                   !cover.record.files.count(sys::NameKey(relative))) {
-            step.backUp = true;  // a player's file no install has touched
+        } else if (!cover.backedUp.count(step.name) && !cover.listed.count(step.target) && !Recorded(step, relative)) {
+            step.backUp = true;  // a player's file no install has touched, or one put back since
         } else if (rewrite != Rewrite::everyFile) {
             Converge(step, relative);
         }
         if (!step.skip && !cover.record.HasFile(relative, step.bytes))
             step.recordLines += FileLine(relative, step.bytes) + "\r\n";
+    }
+
+    // True when the target holds bytes the record says an install wrote there: ours, though a
+    // damaged or lost removal list no longer names it. A file the record names with other bytes
+    // may be the player's, put back by an uninstall whose archive then went: backed up again.
+    bool Recorded(const Step& step, const std::string& relative) const
+    {
+        if (!cover.record.files.count(sys::NameKey(relative)))
+            return false;
+        WrittenBytes bytes;
+        return BytesOfFile(step.target, bytes) && cover.record.HasFile(relative, bytes);
     }
 
     // A file the backup files cover: left alone when it stands as shipped; written when it holds

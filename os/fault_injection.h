@@ -13,7 +13,7 @@ enum class Mode {
     fail,          // the call fails with an I/O error
     partialWrite,  // a write puts down the first half of its bytes, then fails; any other call fails
     end,           // the process ends right before the call, as a kill would end it
-    powerCut,      // the same, and every file written since Arm keeps only what was flushed
+    powerCut,      // the same, and of each file written since Arm, what was not flushed may be lost
 };
 
 // From now on, call number `nth` (1 = the next one) fails or ends the process (with status

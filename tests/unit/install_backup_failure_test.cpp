@@ -123,5 +123,29 @@ TEST(BackupFailure, AnInstallStoppedAtAFileKeepsNoRecordOrLineForTheFilesAfterIt
     }
 }
 
+TEST(BackupFailure, WhatAStoppedInstallTakesBackLeavesTheListsLinesWhole)
+{
+    // An earlier install's list whose last line has no line end yet: the lines a stopped install
+    // keeps go after it on lines of their own, not glued to it.
+    for (std::uint64_t nth = 1; nth < 200; ++nth) {
+        InstallScene scene;  // records: cfg/ludax/binds.cfg, resource/background/x.tga, a.txt, cfg/config.cfg
+        const std::string& c = scene.content;
+        WriteFile(c + "cfg/old.cfg", "an earlier install's file");
+        WriteFile(scene.archivePath, archiveHeader);
+        WriteFile(scene.removalListPath, c + "cfg/old.cfg");
+        sys::faults::Arm(nth, sys::faults::Mode::fail);
+        const InstallOutcome stopped = scene.Install();
+        sys::faults::Arm(0, sys::faults::Mode::fail);
+        if (stopped.result != InstallOutcome::Result::writeFailed || stopped.path != c + "resource/background/x.tga")
+            continue;
+        // The first file's line and folders stay, with the second's, which it began; the rest go.
+        EXPECT_EQ(ReadFile(scene.removalListPath),
+                  c + "cfg/old.cfg\r\n" + c + "cfg/ludax/binds.cfg\r\n" + c + "resource/background/x.tga\r\n" + c +
+                      "resource/background\r\n" + c + "resource\r\n" + c + "cfg/ludax\r\n");
+        return;
+    }
+    ADD_FAILURE() << "no failing call stopped the install at its second file";
+}
+
 }  // namespace
 #endif

@@ -375,5 +375,29 @@ TEST(FaultInjection, TheWorldChangedBetweenInstallAndUninstallCostsNothing)
     tally.Print("the world changed between install and uninstall: " + std::to_string(worlds.size()) + " changes");
 }
 
+TEST(FaultInjection, ALineLeavesTheListOnlyWithWhatItNames)
+{
+    // Whichever call fails, a removal line goes only once what it names is gone: a line dropped
+    // while a folder above it could not be looked at leaves a folder of ours for good. (The record
+    // is deleted: it would name the folders too.)
+    const std::uint64_t count = CallsOf(unchanged, installed, uninstall);
+    for (std::uint64_t nth = 1; nth <= count; ++nth) {
+        InstallScene scene;
+        PlayersGame(scene);
+        ASSERT_EQ(scene.Install().result, InstallOutcome::Result::installed);
+        RemovePath(scene.accountFolder + "/cs16ludax_2.bak");
+        const std::string list = ReadFile(scene.removalListPath);
+        sys::faults::Arm(nth, Mode::fail);
+        scene.Uninstall();
+        sys::faults::Arm(0, Mode::fail);
+        const std::string now = Exists(scene.removalListPath) ? ReadFile(scene.removalListPath) : "";
+        for (std::size_t at = 0, end; (end = list.find("\r\n", at)) != std::string::npos; at = end + 2) {
+            const std::string line = list.substr(at, end - at);
+            EXPECT_TRUE(!Exists(line) || now.find(line + "\r\n") != std::string::npos)
+                << "failing call " << nth << ": " << line << " stands and left the list";
+        }
+    }
+}
+
 }  // namespace
 #endif

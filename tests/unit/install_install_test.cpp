@@ -214,3 +214,23 @@ TEST(Install, APlainInstallAgainWritesWhatIsOursOrTheStoppedOnesAndStopsAtAFileS
     EXPECT_FALSE(scene.Uninstall().backupKept);
     EXPECT_EQ(Snapshot(scene.steam.Path()), expected);
 }
+
+TEST(Verify, EveryByteOfAFileLargerThanOneBlockCountsEitherWay)
+{
+    // Files are compared a block (1 MiB) at a time; this one is larger, and changes in its last
+    // byte only, to one below the shipped byte and to one above it.
+    std::string big(3 << 19, 'b');
+    big.back() = 'm';
+    InstallScene scene({{"maps/big.bsp", big}, {"a.txt", "LUDAX"}});
+    ASSERT_EQ(scene.Install().result, Result::installed);
+    EXPECT_TRUE(FilesNotAsShipped(scene.profile, scene.account).empty());
+    for (char last : {'l', 'n'}) {
+        std::string changed = big;
+        changed.back() = last;
+        WriteFile(scene.content + "maps/big.bsp", changed);
+        const std::vector<NotAsShipped> differing = FilesNotAsShipped(scene.profile, scene.account);
+        ASSERT_EQ(differing.size(), 1u) << last;
+        EXPECT_EQ(differing[0].path, scene.content + "maps/big.bsp");
+        EXPECT_EQ(differing[0].state, Sameness::differs);
+    }
+}
