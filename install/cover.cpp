@@ -48,8 +48,9 @@ Cover ReadCover(const GameProfile& game, const SteamAccount& place, const std::s
     }
     cover.listExists = There(backup.removalList, cover);
     if (cover.listExists && !cover.unreadable.Failed()) {
+        const LinePlacer placer(place, game.id);
         const sys::Status read = ReadLines(backup.removalList, [&](const std::string& line) {
-            const PlacedLine placed = PlaceLine(line, place, game.id);
+            const PlacedLine placed = placer.Place(line);
             if (paths.count(placed.path))
                 cover.listed.insert(placed.path);
             cover.namedGames.Note(placed.gameFolder);

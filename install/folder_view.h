@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 
 #include "call_status.h"
@@ -30,13 +31,19 @@ public:
     Seen Look(const std::string& path);
 
 private:
+    // A folder as listed: each entry by sys::NameKey, with the listing of each folder among them
+    // once it was asked for.
     struct Listed {
         sys::Status status;
-        std::map<std::string, sys::ListedEntry> entries;  // by sys::NameKey
+        struct Child {
+            sys::ListedEntry entry;
+            std::unique_ptr<Listed> listed;
+        };
+        std::map<std::string, Child> entries;
     };
-    const Listed& ListingOf(const std::string& folder);
+    static std::unique_ptr<Listed> List(const std::string& folder);
 
     std::string gameFolder;
-    std::string contentFolder;  // without its '/'
-    std::map<std::string, Listed> listings;  // by sys::NameKey of the folder's path
+    std::size_t contentDepth;  // segments from the game's folder down to the content folder
+    std::unique_ptr<Listed> root;
 };

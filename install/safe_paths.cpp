@@ -115,7 +115,7 @@ bool IsAbsolutePathLine(const std::string& line)
         return false;
     for (std::size_t i = 0; i < line.size(); ++i) {
         const unsigned char c = static_cast<unsigned char>(line[i]);
-        if (c < 0x20 || (i >= root && std::string("<>:\"|?*").find(static_cast<char>(c)) != std::string::npos))
+        if (c < 0x20 || (i >= root && (c == '<' || c == '>' || c == ':' || c == '"' || c == '|' || c == '?' || c == '*')))
             return false;
     }
     return true;
@@ -154,17 +154,17 @@ bool RemovableTail(const std::vector<std::string>& segments, std::size_t first, 
 
 }  // namespace
 
-PlacedLine PlaceLine(const std::string& line, const SteamAccount& place, GameId game)
+LinePlacer::LinePlacer(const SteamAccount& place, GameId game)
+    : gameFolder(place.Game(game).gameFolder), library(place.library), own(ResolvePath(gameFolder).segments),
+      content(ResolvePath(place.Game(game).contentFolder.substr(gameFolder.size() + 1)).segments)
 {
-    if (!IsAbsolutePathLine(line))
-        return {};
-    const GameAtPlace& at = place.Game(game);
+}
+
+PlacedLine LinePlacer::Place(const std::string& line) const
+{
     // The game's folder ends in steamapps/<account>/<game> or steamapps/common/<game>; a line
     // names it by the same three segments, the account's in any spelling.
-    const std::vector<std::string> own = ResolvePath(at.gameFolder).segments;
-    const std::string below = at.contentFolder.substr(at.gameFolder.size() + 1);
-    const std::vector<std::string> content = ResolvePath(below).segments;
-    if (own.size() < 3)
+    if (own.size() < 3 || !IsAbsolutePathLine(line))
         return {};
     ResolvedPath resolved = ResolvePath(line);
     const std::vector<std::string>& segments = resolved.segments;
@@ -180,13 +180,13 @@ PlacedLine PlaceLine(const std::string& line, const SteamAccount& place, GameId 
     for (std::size_t index = 2; index < segments.size(); ++index) {
         if (!SameIgnoringAsciiCase(segments[index], own.back()) ||
             !SameIgnoringAsciiCase(segments[index - 2], own[own.size() - 3]) ||
-            (place.library && !SameIgnoringAsciiCase(segments[index - 1], own[own.size() - 2])))
+            (library && !SameIgnoringAsciiCase(segments[index - 1], own[own.size() - 2])))
             continue;
         if (++candidates > maxGameFolderCandidates)
             break;
         if (!RemovableTail(segments, index + 1, validFrom, content))
             continue;
-        std::string path = at.gameFolder;
+        std::string path = gameFolder;
         for (std::size_t next = index + 1; next < segments.size(); ++next)
             path.append("/").append(segments[next]);
         resolved.segments.resize(index + 1);

@@ -40,11 +40,23 @@ struct PlacedLine {
 // `place`, where its backup files lie now. So a Steam folder spelled anew, or a library back
 // under another drive letter, still finds what an install made. Nothing when the line is no
 // absolute path (IsAbsolutePathLine), names no folder of this game, or when its part below that
-// folder is no line an install writes (IsRemovableLine). Costs time in proportion to its length.
-PlacedLine PlaceLine(const std::string& line, const SteamAccount& place, GameId game);
+// folder is no line an install writes (IsRemovableLine). Costs time in proportion to its length;
+// what it takes of the place is worked out once, for every line of a file.
+class LinePlacer {
+public:
+    LinePlacer(const SteamAccount& place, GameId game);
+    PlacedLine Place(const std::string& line) const;
+
+private:
+    std::string gameFolder;
+    bool library;
+    std::vector<std::string> own;      // the game's folder's segments
+    std::vector<std::string> content;  // the content folder's, below the game's folder
+};
+
 inline std::string LineAtPlace(const std::string& line, const SteamAccount& place, GameId game)
 {
-    return PlaceLine(line, place, game).path;
+    return LinePlacer(place, game).Place(line).path;
 }
 
 // The game's folders backup files name (as their lines and record spell them), each folder once,

@@ -24,6 +24,7 @@ struct BackupRead {
     bool listExists = false;
     sys::Status listRead;               // failed: the list could not be read (to its limit)
     std::vector<std::string> lines;     // what the list's lines name here, each once
+    std::set<std::string> lineKeys;     // the same, by sys::NameKey
     bool recordExists = false;
     sys::Status recordRead;
     WrittenRecord record;
@@ -53,11 +54,11 @@ bool Restorable(const std::string& name, bool nameTooLong, const std::string& ta
 BackupRead ReadBackupFiles(const BackupFiles& backup, const GameAtPlace& at, const SteamAccount& place)
 {
     BackupRead read;
-    std::set<std::string> seen;
+    const LinePlacer placer(place, at.id);
     read.listRead = ReadBackup(backup.removalList, read.listExists, [&] {
         return ReadLines(backup.removalList, [&](const std::string& line) {
-            const PlacedLine placed = PlaceLine(line, place, at.id);
-            if (!placed.path.empty() && seen.insert(sys::NameKey(placed.path)).second)
+            const PlacedLine placed = placer.Place(line);
+            if (!placed.path.empty() && read.lineKeys.insert(sys::NameKey(placed.path)).second)
                 read.lines.push_back(placed.path);
             read.namedGames.Note(placed.gameFolder);
         });
@@ -170,11 +171,12 @@ Remaining RemoveOurs(const BackupRead& read, const GameProfile& game, const Game
     FolderView view(gameFolder, contentFolder);
     Remaining remaining;
     std::vector<std::string> folders;
-    std::set<std::string> handled, lineKeys;  // by sys::NameKey: each path once; the list's lines
-    std::vector<std::string> standing;        // what of ours still stands
+    std::set<std::string> handled;      // by sys::NameKey: each path the record or the set names, once
+    std::vector<std::string> standing;  // what of ours still stands
+    const auto listed = [&](const std::string& path) { return read.lineKeys.count(sys::NameKey(path)) > 0; };
     const auto stays = [&](const std::string& path, const sys::Reason& why) {
         standing.push_back(path);
-        if (lineKeys.count(sys::NameKey(path)))
+        if (listed(path))
             remaining.lines.push_back(path);
         else
             remaining.ours = true;
@@ -188,7 +190,7 @@ Remaining RemoveOurs(const BackupRead& read, const GameProfile& game, const Game
     };
     // A file the record or the set knows is ours while `ours` says its bytes are.
     const auto removeIfOurs = [&](const std::string& path, const std::function<Sameness(std::uint64_t size, sys::Reason& why)>& ours) {
-        if (!handled.insert(sys::NameKey(path)).second || read.restored.count(sys::NameKey(path)))
+        if (listed(path) || !handled.insert(sys::NameKey(path)).second || read.restored.count(sys::NameKey(path)))
             return;
         const FolderView::Seen seen = view.Look(path);
         sys::Reason why = seen.reason;
@@ -201,10 +203,7 @@ Remaining RemoveOurs(const BackupRead& read, const GameProfile& game, const Game
             stays(path, why);  // it may be ours: what could not be looked at stays
     };
 
-    for (const std::string& line : read.lines)
-        lineKeys.insert(sys::NameKey(line));
     for (const std::string& line : read.lines) {
-        handled.insert(sys::NameKey(line));
         const FolderView::Seen seen = view.Look(line);
         if (seen.kind == sys::EntryKind::unknown)
             stays(line, seen.reason);  // a link on the way, or the system could not tell
@@ -225,7 +224,7 @@ Remaining RemoveOurs(const BackupRead& read, const GameProfile& game, const Game
     }
     for (const auto& [key, relative] : read.record.folders) {
         const std::string path = gameFolder + "/" + relative;
-        if (!IsRemovableLine(path, gameFolder, contentFolder) || !handled.insert(sys::NameKey(path)).second)
+        if (!IsRemovableLine(path, gameFolder, contentFolder) || listed(path) || !handled.insert(sys::NameKey(path)).second)
             continue;
         const FolderView::Seen seen = view.Look(path);
         if (seen.kind == sys::EntryKind::folder && !seen.link)
