@@ -147,9 +147,13 @@ namespace {
 
 using Rewrite = ::Rewrite;
 
-InstallOutcome Converge(InstallScene& scene, Rewrite rewrite = Rewrite::onlyOurs)
+// An install over an installed one; `wrote` gains each file it wrote.
+InstallOutcome Converge(InstallScene& scene, Rewrite rewrite = Rewrite::onlyOurs, std::vector<std::string>* wrote = nullptr)
 {
-    return InstallConfig(scene.profile, scene.account, {}, {}, rewrite);
+    return InstallConfig(scene.profile, scene.account, [&](Did did, const std::string& path, const sys::Reason&) {
+        if (did == Did::wrote && wrote)
+            wrote->push_back(path);
+    }, {}, rewrite);
 }
 
 std::vector<std::string> Paths(const std::vector<NotAsShipped>& files)
@@ -174,9 +178,11 @@ TEST(Install, APlainInstallAgainWritesWhatIsOursOrTheStoppedOnesAndStopsAtAFileS
 
     // Every file as shipped: nothing is written, not even a backup file.
     const Tree installed = Snapshot(scene.steam.Path());
-    InstallOutcome again = Converge(scene);
+    std::vector<std::string> wrote;
+    InstallOutcome again = Converge(scene, Rewrite::onlyOurs, &wrote);
     EXPECT_EQ(again.result, Result::installed);
     EXPECT_EQ(again.written, 0u);
+    EXPECT_EQ(wrote, std::vector<std::string>{});
     EXPECT_EQ(Snapshot(scene.steam.Path()), installed);
 
     // A newer set: one file changed, one added where the player has a file of his own. What still
@@ -202,10 +208,13 @@ TEST(Install, APlainInstallAgainWritesWhatIsOursOrTheStoppedOnesAndStopsAtAFileS
     EXPECT_EQ(again.result, Result::changedSince);
     EXPECT_EQ(Paths(again.changed), std::vector<std::string>{c + "cfg/ludax/binds.cfg"});
     EXPECT_EQ(Snapshot(scene.steam.Path()), changed);
-    again = Converge(scene, Rewrite::whatDiffers);
+    again = Converge(scene, Rewrite::whatDiffers, &wrote);
     EXPECT_EQ(again.result, Result::installed);
     EXPECT_EQ(again.written, 3u);
+    EXPECT_EQ(wrote, (std::vector<std::string>{c + "cfg/ludax/binds.cfg", c + "a.txt", c + "cfg/config.cfg"}));
     EXPECT_TRUE(scene.PayloadWritten());
+    // The window's Yes writes every file again, those standing as shipped too.
+    EXPECT_EQ(Converge(scene, Rewrite::everyFile).written, 5u);
 
     // The uninstall puts back the state before the first install, the new set's map included.
     Tree expected = before;
