@@ -13,6 +13,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <tuple>
@@ -264,6 +265,9 @@ void Inject(const Fault& fault, const std::function<void()>& operation)
 void RunOnce(const char* what, const World& world, const std::function<void(InstallScene&)>& setUp,
              const Operation& operation, const Fault& fault, bool installAgain, Tally& tally)
 {
+    // The mutation run needs one failure, not all of them.
+    if (std::getenv("LUDAX_STOP_AT_FIRST_FAILURE") && ::testing::Test::HasFailure())
+        return;
     const std::string where = std::string(what) + (*world.what ? std::string(", ") + world.what : "") + ", " +
                               fault.Describe() + (installAgain ? ", then install and uninstall" : ", then uninstall");
     InstallScene scene(testPayload, world.layout);
