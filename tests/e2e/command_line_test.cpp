@@ -30,7 +30,7 @@ TEST(CommandLine, TheGameRunningAFileHeldOpenAndTheWindowOpenEachHaveTheirStatus
     }
     {
         // Another program reads the player's config.cfg and lets nobody write it: backed up, not
-        // written; standard error and the log's last line say why.
+        // written; standard error says why, and the log holds the backup once.
         LockedFile held(content + "config.cfg", LockedFile::Sharing::readers);
         ASSERT_TRUE(held.Locked());
         EXPECT_EQ(RunLudaxCommand("/install cs16 /log " + Quoted(stopLog)),
@@ -41,8 +41,6 @@ TEST(CommandLine, TheGameRunningAFileHeldOpenAndTheWindowOpenEachHaveTheirStatus
     const auto stopped = LogFields(ReadFile(stopLog));
     const std::vector<std::string> backedUp{"backed up", Backslashed(content) + "config.cfg"};
     EXPECT_EQ(std::count(stopped.begin(), stopped.end(), backedUp), 1);
-    EXPECT_EQ(stopped.back(), (std::vector<std::string>{"ended", "6", "the install stopped at " + Backslashed(content) +
-                                                                           "config.cfg: Sharing violation."}));
     // The stopped install's backup files stand: the same plain command, once the file is let go,
     // finishes the job.
     EXPECT_EQ(RunLudaxCommand("-install CS16"), (CommandRun{0, "Counter Strike LUDAX config installed successfully!\r\n", ""}));

@@ -70,9 +70,3 @@ std::string PayloadBytes(const std::string& game, const std::string& name)
     return ReadFile(PayloadFolder() + game + "/" + name);
 }
 
-std::string BuildName(const std::string& sums)
-{
-    const std::string text = ReadFile(!sums.empty() && sums[0] == '/' ? "Z:" + sums : sums);
-    const auto id = [&](const std::string& game) { return text.substr(text.find(game + " ") + game.size() + 1, 12); };
-    return "Ludax config. 1.02 (cs16 " + id("cs16") + ", css " + id("css") + ")";
-}

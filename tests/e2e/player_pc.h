@@ -56,6 +56,3 @@ private:
 std::vector<std::string> ManifestNames(const std::string& game);
 std::string PayloadBytes(const std::string& game, const std::string& name);
 
-// The name a build gives itself ("Ludax config. 1.02 (cs16 <id>, css <id>)"), from the SHA-256
-// of its containers that CMake wrote to `sums` (container-sums.txt) at build time.
-std::string BuildName(const std::string& sums);

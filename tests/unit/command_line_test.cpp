@@ -82,11 +82,9 @@ TEST(CommandLine, ReadsTheCommandsInAnyCaseWithEitherSignAndRefusesTheRest)
         {{"/install", "css", "/place", "1", "/PLACE", "2"}, "/PLACE given twice"},
         {{"/list", "/place", "1"}, "/place goes with /install, /uninstall or /verify"},
         {{"/verify", "css", "/yes"}, "/yes goes with /install"},
-        {{"/verify", "cs1.6"}, "no game called cs1.6: cs16 or css"},
         {{"/list", "/steam"}, "/steam needs a value after it"},
-        {{"/uninstall", "css", "/yes"}, "/yes goes with /install"},
         {{"/?", "/log", "x"}, "/? takes nothing else"},
-        {{"/steam", "x", "/?"}, "/? takes nothing else"},
+        {{"/version", "/steam", "x"}, "/version takes nothing else"},
         {{"/log"}, "/log needs a value after it"},
     };
     for (const auto& c : refused) {
@@ -130,7 +128,6 @@ TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
     }
     EXPECT_EQ(Ask({"/uninstall", "cs16", "/place", "2"}).status, 3);
     EXPECT_EQ(Ask({"/install", "css"}).status, 3);
-    EXPECT_EQ(Ask({"/install", "cs16", "/place", "2"}).status, 3);
     EXPECT_EQ(Ask({"/install", "css", "/place", "1"}).status, 3);
 
     const CommandResult installed = Ask({"/install", "cs16"});
@@ -183,7 +180,10 @@ TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
                            "was installed (listed on standard output): add /yes to write them over.\n");
     EXPECT_EQ(ReadFile(config), "changed by hand");
     EXPECT_FALSE(Exists(ludaxCfg));
-    EXPECT_EQ(Ask({"/install", "cs16", "/yes"}).status, 0);
+    TempFolder logs;  // /yes writes the five files not as shipped, and only those
+    EXPECT_EQ(Ask({"/install", "cs16", "/yes", "/log", logs.Path() + "/yes.log"}).status, 0);
+    const auto logged = LogFields(ReadFile(logs.Path() + "/yes.log"));
+    EXPECT_EQ(std::count_if(logged.begin(), logged.end(), [](const auto& line) { return line[0] == "wrote"; }), 5);
     EXPECT_EQ(Ask({"/verify", "cs16"}).status, 0);
     EXPECT_EQ(Ask({"/verify", "css"}).status, 3);  // in no place
 
@@ -195,20 +195,16 @@ TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
     EXPECT_EQ(Ask({"/uninstall", "cs16"}).out, "not installed\n");
     EXPECT_EQ(Ask({"/verify", "cs16", "/place", "1"}).status, 4);  // not installed
     EXPECT_EQ(Ask({"/verify", "cs16"}).status, 4);
+    // Every file as shipped, but no backup files: not installed, so the install makes them, the
+    // files it finds kept as the player's.
+    const std::string player = Ask({"/list"}).out.rfind("1\tplayer", 0) == 0 ? "1" : "2";  // in listing order
+    ASSERT_EQ(Ask({"/install", "cs16", "/place", player}).status, 0);
+    for (const char* backup : {"/cs16ludax.bak", "/cs16ludax_1.bak", "/cs16ludax_2.bak"})
+        RemovePath(place.folder + backup);
+    EXPECT_EQ(Ask({"/install", "cs16", "/place", player}).out, "Counter Strike LUDAX config installed successfully!\n");
+    EXPECT_TRUE(Exists(place.folder + "/cs16ludax.bak"));
 }
 
-// The name this build gives itself, from the SHA-256 of its containers as CMake computed them.
-std::string ThisBuild()
-{
-    const std::string sums = LUDAX_CONTAINER_SUMS;
-#ifdef _WIN32
-    const std::string text = ReadFile(sums[0] == '/' ? "Z:" + sums : sums);
-#else
-    const std::string text = ReadFile(sums);
-#endif
-    const auto id = [&](const std::string& game) { return text.substr(text.find(game + " ") + game.size() + 1, 12); };
-    return "Ludax config. 1.02 (cs16 " + id("cs16") + ", css " + id("css") + ")";
-}
 
 TEST(CommandLine, TheRecordOfARealInstallHoldsEachShippedFilesSum)
 {
@@ -216,12 +212,7 @@ TEST(CommandLine, TheRecordOfARealInstallHoldsEachShippedFilesSum)
     const SteamAccount place = AccountFolderEntry(steam.Apps(), "player");
     MakeFolders(place.Game(GameId::cs16).contentFolder);
     ASSERT_EQ(Ask({"/install", "cs16"}).status, 0);
-    const std::string sums = LUDAX_CONTAINER_SUMS;
-#ifdef _WIN32
-    const std::string oracle = ReadFile(sums[0] == '/' ? "Z:" + sums : sums);
-#else
-    const std::string oracle = ReadFile(sums);
-#endif
+    const std::string oracle = ContainerSums(LUDAX_CONTAINER_SUMS);
     std::size_t files = 0;
     const std::string record = ReadFile(place.folder + "/cs16ludax_2.bak");
     for (std::size_t at = 0, end; (end = record.find("\r\n", at)) != std::string::npos; at = end + 2) {
@@ -239,10 +230,10 @@ TEST(CommandLine, TheRecordOfARealInstallHoldsEachShippedFilesSum)
 TEST(CommandLine, VersionAndSteamsFolder)
 {
     // The build names its file sets; the usage says how to ask.
-    EXPECT_EQ(ThisBuild().size(), std::string("Ludax config. 1.02 (cs16 0123456789ab, css 0123456789ab)").size());
+    EXPECT_EQ(BuildName(LUDAX_CONTAINER_SUMS).size(), std::string("Ludax config. 1.02 (cs16 0123456789ab, css 0123456789ab)").size());
     const CommandResult version = Ask({"/version"});
     EXPECT_EQ(version.status, 0);
-    EXPECT_EQ(version.out, ThisBuild() + "\n");
+    EXPECT_EQ(version.out, BuildName(LUDAX_CONTAINER_SUMS) + "\n");
     EXPECT_NE(Ask({"/?"}).out.find("\n  Ludax.exe /version "), std::string::npos);
 
     // /steam naming no folder, relative or absolute; SteamPath naming none goes on to the machine's
@@ -265,11 +256,38 @@ TEST(CommandLine, VersionAndSteamsFolder)
     SetRegistryString(RegistryHive::machine32, machineKey, "InstallPath", machineSteam.Path());
     EXPECT_EQ(Ask({"/list"}).out, "1\tplayer\tcs16=present\tcss=absent\n");
     SetRegistryString(RegistryHive::machine32, machineKey, "InstallPath", gone + "2");
+    SetRegistryString(RegistryHive::machine64, machineKey, "InstallPath", gone + "3");
     const CommandResult none = Ask({"/list"});
     EXPECT_EQ(none.status, 2);
     EXPECT_EQ(none.err, "Steam's folder is not there: " + Backslashed(gone) + "\n");
     DeleteRegistryKey(RegistryHive::machine32, machineKey);
+    DeleteRegistryKey(RegistryHive::machine64, machineKey);
     DeleteUserRegistryKey(RegisteredSteam::key);
+}
+
+TEST(CommandLine, ALibraryIsNamedInWindowsFormAndBackupFilesCopiedFromAnotherChangeNothing)
+{
+    RegisteredSteam steam;
+    TempFolder disk;
+    const SteamAccount first = LibraryEntry(disk.Path() + "/A"), second = LibraryEntry(disk.Path() + "/B");
+    WriteFile(steam.Apps() + "libraryfolders.vdf", LibraryList({disk.Path() + "/A", disk.Path() + "/B"}));
+    for (const SteamAccount& library : {first, second})
+        WriteFile(library.Game(GameId::cs16).contentFolder + "config.cfg", "the player's");
+    EXPECT_EQ(Ask({"/list"}).out, "1\tSteam library: " + Backslashed(disk.Path()) + "\\A\tcs16=present\tcss=absent\n2\tSteam library: " +
+                                      Backslashed(disk.Path()) + "\\B\tcs16=present\tcss=absent\n");
+    ASSERT_EQ(Ask({"/install", "cs16", "/place", "1"}).status, 0);
+    WriteFile(first.Game(GameId::cs16).contentFolder + "ludax.cfg", "changed");
+    EXPECT_EQ(Ask({"/install", "cs16", "/place", "1"}).err,
+              "Files of the configuration of Counter-Strike 1.6 in place 1 (Steam library: " + Backslashed(disk.Path()) +
+                  "\\A) were changed since it was installed (listed on standard output): add /yes to write them over.\n");
+    for (const char* backup : {"/cs16ludax.bak", "/cs16ludax_1.bak", "/cs16ludax_2.bak"})
+        WriteFile(second.folder + backup, ReadFile(first.folder + backup));
+    const Tree copied = Snapshot(disk.Path() + "/B");
+    const CommandResult elsewhere = Ask({"/uninstall", "cs16", "/place", "2"});
+    EXPECT_EQ(elsewhere.status, 7);
+    EXPECT_EQ(elsewhere.err, "These backup files belong to the game at\n" + Backslashed(first.Game(GameId::cs16).gameFolder) +
+                                 "\nNothing was changed.\n");
+    EXPECT_EQ(Snapshot(disk.Path() + "/B"), copied);
 }
 
 TEST(CommandLine, AFileThatCannotBeReadIsNamedWithTheReasonNotCalledChanged)
@@ -404,9 +422,22 @@ TEST(CommandLine, ALogIsRefusedByWhatTheSystemFindsNotBySpelling)
     for (int run = 0; run < 2; ++run)
         EXPECT_EQ(Ask({"/verify", "cs16", "/log", e + "/empty.log"}).status, 0);
     EXPECT_EQ(LogFields(ReadFile(e + "/empty.log")).size(), 4u);
-    // Beside the game's folder, and a name that only starts like a backup file's: a log.
-    EXPECT_EQ(Ask({"/verify", "cs16", "/log", place.folder + "/cs16ludax.bak.log"}).status, 0);
-    EXPECT_TRUE(Exists(place.folder + "/cs16ludax.bak.log"));
+    // Beside the game's folder, in a folder whose name only starts like it, a name that only
+    // starts like a backup file's, and a backup file's name in another folder: a log.
+    for (const std::string& log : {place.folder + "/cs16ludax.bak.log", place.Game(GameId::cs16).gameFolder + " logs/x.log",
+                                   e + "/cs16ludax_1.bak"}) {
+        MakeFolders(log.substr(0, log.rfind('/')));
+        EXPECT_EQ(Ask({"/verify", "cs16", "/log", log}).status, 0) << log;
+        EXPECT_TRUE(Exists(log)) << log;
+    }
+    // A first line that is not a "started" line of this program's, or ends without its CR.
+    const std::string started = ReadFile(e + "/empty.log").substr(0, ReadFile(e + "/empty.log").find('\r'));
+    for (const std::string& first : {started + "\n", "yesterday" + started.substr(20) + "\r\n",
+                                     started.substr(0, 21) + "ended" + started.substr(28) + "\r\n"}) {
+        WriteFile(e + "/other.log", first);
+        EXPECT_EQ(Ask({"/verify", "cs16", "/log", e + "/other.log"}).status, 1) << first;
+        EXPECT_EQ(ReadFile(e + "/other.log"), first);
+    }
 
     // A refused command line looks for no places: a new log is made and a log of this program
     // goes on, but an empty file nobody can tell about is nobody's to add to.
@@ -421,20 +452,24 @@ TEST(CommandLine, ALogIsRefusedByWhatTheSystemFindsNotBySpelling)
                                                    "file, or a log this program wrote.\n");
     EXPECT_EQ(ReadFile(e + "/someone's.txt"), "");
 #ifndef _WIN32
-    // A log that cannot take its first line (a full disk): refused before anything is done, and
-    // a log file it made goes again.
+    // A log that cannot take its first line (a full disk, a write landing half): refused before
+    // anything is done; a log file it made goes again, one it found keeps what it held.
+    const std::string held = ReadFile(e + "/empty.log");
     int full = 0;
-    for (std::uint64_t nth = 1; nth < 40; ++nth) {
-        RemovePath(e + "/full.log");
-        LogRefusal refusal = LogRefusal::none;
-        sys::faults::Arm(nth, sys::faults::Mode::fail);
-        const bool opened = RunLog::Open(e + "/full.log", std::vector<SteamAccount>{}, "/list", refusal).has_value();
-        sys::faults::Arm(0, sys::faults::Mode::fail);
-        if (!opened && refusal == LogRefusal::notWritable && Exists(e)) {
-            ++full;
-            EXPECT_FALSE(Exists(e + "/full.log")) << "call " << nth;
+    for (std::uint64_t nth = 1; nth < 40; ++nth)
+        for (const std::string& log : {e + "/full.log", e + "/held.log"}) {
+            RemovePath(e + "/full.log");
+            WriteFile(e + "/held.log", held);
+            LogRefusal refusal = LogRefusal::none;
+            sys::faults::Arm(nth, sys::faults::Mode::partialWrite);
+            const bool opened = RunLog::Open(log, std::vector<SteamAccount>{}, "/list", refusal).has_value();
+            sys::faults::Arm(0, sys::faults::Mode::fail);
+            if (!opened && refusal == LogRefusal::notWritable && Exists(e)) {
+                ++full;
+                EXPECT_FALSE(Exists(e + "/full.log")) << log << ", call " << nth;
+                EXPECT_EQ(ReadFile(e + "/held.log"), held) << log << ", call " << nth;
+            }
         }
-    }
     EXPECT_GT(full, 0);
 #endif
 }
@@ -463,7 +498,7 @@ TEST(CommandLine, TheLogRecordsEachRunFromItsStartToItsEndRefusedRunsIncluded)
     uname(&machine);
     const char* computer = machine.nodename;
 #endif
-    EXPECT_EQ(lines.front(), (std::vector<std::string>{"started", ThisBuild(), computer, user ? user : "",
+    EXPECT_EQ(lines.front(), (std::vector<std::string>{"started", BuildName(LUDAX_CONTAINER_SUMS), computer, user ? user : "",
                                                        "/install cs16 /log " + log}));
     // The three runs' ends, in the order they ran, each on one line: a refusal's is its message.
     std::vector<std::vector<std::string>> ends;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "button_states.h"
 #include "fault_injection.h"
 #include "find_games.h"
 #include "steam_path.h"
@@ -210,8 +209,6 @@ TEST(Discovery, AccountFoldersFirstThenEveryLibraryInOrder)
     EXPECT_EQ(library.folder, secondAsWritten + "/steamapps/common");
     EXPECT_EQ(library.Game(GameId::css).contentFolder, secondAsWritten + "/steamapps/common/Counter-Strike Source/cstrike/custom/ludax/");
     EXPECT_TRUE(!library.hasCs16() && library.hasCss() && !library.hasCs16Backup() && !library.hasCssBackup());
-    EXPECT_EQ(SelectAccount(found, 2)[1].install, true);
-    EXPECT_EQ(SelectAccount(found, 2)[0].install, false);
 
     const SteamAccount& leftover = found[3];
     EXPECT_TRUE(!leftover.hasCs16() && !leftover.hasCss() && leftover.hasCs16Backup() && !leftover.hasCssBackup());
@@ -246,21 +243,6 @@ TEST(Discovery, LibraryListsAreReadFromSteamappsThenConfigEachLibraryOnce)
     const std::vector<std::string> capped = SteamLibraries(apps);
     ASSERT_EQ(capped.size(), 1000u);
     EXPECT_EQ(capped.back(), steam.Path() + "/lib999");
-}
-
-TEST(Discovery, ButtonsFollowGameFoldersAndBackups)
-{
-    std::vector<SteamAccount> accounts(2);
-    accounts[0].Game(GameId::cs16).present = accounts[0].Game(GameId::css).installed = true;
-    accounts[1].Game(GameId::css).present = accounts[1].Game(GameId::cs16).installed = true;
-    const auto states = [&](int selected) {
-        const ButtonStates b = SelectAccount(accounts, selected);
-        return std::vector<bool>{b[0].install, b[0].uninstall, b[1].install, b[1].uninstall};
-    };
-    EXPECT_EQ(states(0), (std::vector<bool>{true, false, false, true}));
-    EXPECT_EQ(states(1), (std::vector<bool>{false, true, true, false}));
-    EXPECT_EQ(states(-1), std::vector<bool>(4, false));
-    EXPECT_EQ(states(2), std::vector<bool>(4, false));
 }
 
 }  // namespace

@@ -103,14 +103,6 @@ World Damaged(const char* what, const char* backup, const std::function<std::str
             nothing};
 }
 
-std::string Utf16(const std::string& ascii)
-{
-    std::string wide = "\xFF\xFE";
-    for (char c : ascii)
-        wide += std::string(1, c) + '\0';
-    return wide;
-}
-
 // A second library beside the scene's, with its own player's files, into which someone copies the
 // scene's backup files: the operation runs there.
 const char* const copies[] = {"/cs16ludax.bak", "/cs16ludax_1.bak", "/cs16ludax_2.bak"};
@@ -178,7 +170,7 @@ const std::vector<World> worlds = {
          std::filesystem::remove(scene.content + "resource");
          std::filesystem::rename(elsewhere.Path("resource"), scene.content + "resource");
      }},
-    Damaged("the removal list saved as UTF-16", "cs16ludax_1.bak", Utf16),
+    Damaged("the removal list saved as UTF-16", "cs16ludax_1.bak", AsUtf16),
     Damaged("an empty line atop the removal list", "cs16ludax_1.bak", [](const std::string& list) { return "\r\n" + list; }),
     Damaged("the removal list deleted", "cs16ludax_1.bak", [](const std::string&) { return std::string("<deleted>"); }),
     Damaged("the record deleted", "cs16ludax_2.bak", [](const std::string&) { return std::string("<deleted>"); }),

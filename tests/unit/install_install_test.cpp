@@ -8,10 +8,11 @@ namespace {
 
 using Result = InstallOutcome::Result;
 
-TEST(Install, AFirstInstallKeepsWhatItOverwritesAndListsWhatItMakesInContainerOrder)
+TEST(Install, AFirstInstallKeepsWhatItOverwritesAndListsWhatItMakesInContainerOrderForTheUninstallToUndo)
 {
     // Records: cfg/ludax/binds.cfg, resource/background/x.tga, a.txt, cfg/config.cfg. Files in
-    // container order, then the folders it made, deepest first.
+    // container order, then the folders it made, deepest first; the uninstall puts the account
+    // folder back as it was, backup files gone too.
     const struct {
         const char* what;
         std::vector<PayloadFile> players;  // in the content folder before the install
@@ -26,9 +27,9 @@ TEST(Install, AFirstInstallKeepsWhatItOverwritesAndListsWhatItMakesInContainerOr
          "resource/background/x.tga cfg/config.cfg resource/background resource"},
         {"all there",
          {{"cfg/ludax/binds.cfg", "old b"}, {"resource/background/x.tga", "old x"}, {"a.txt", "old a"},
-          {"cfg/config.cfg", "old c"}},
+          {"cfg/config.cfg", std::string("old\0c", 5)}},
          {{"cfg/ludax/binds.cfg", "old b"}, {"resource/background/x.tga", "old x"}, {"a.txt", "old a"},
-          {"cfg/config.cfg", "old c"}},
+          {"cfg/config.cfg", std::string("old\0c", 5)}},
          ""},
         {"no content folder at all", {}, {},
          "cfg/ludax/binds.cfg resource/background/x.tga a.txt cfg/config.cfg resource/background resource cfg/ludax cfg "
@@ -41,6 +42,10 @@ TEST(Install, AFirstInstallKeepsWhatItOverwritesAndListsWhatItMakesInContainerOr
             RemovePath(cstrike);
         for (const PayloadFile& file : c.players)
             WriteFile(scene.content + file.name, file.data);
+        if (!c.players.empty())
+            MakeFolders(scene.content + "maps");  // an empty folder of the player's
+        WriteFile(scene.accountFolder + "/counter-strike source/cstrike/a.txt", "the other game");
+        const Tree before = Snapshot(scene.accountFolder);
         const InstallOutcome outcome = scene.Install();
         EXPECT_EQ(outcome.result, Result::installed) << c.what;
         EXPECT_TRUE(outcome.installed) << c.what;
@@ -54,6 +59,9 @@ TEST(Install, AFirstInstallKeepsWhatItOverwritesAndListsWhatItMakesInContainerOr
             list += (line == "<cstrike>" ? cstrike : scene.content + line) + "\r\n";
         EXPECT_EQ(ReadFile(scene.archivePath), archive) << c.what;
         EXPECT_EQ(ReadFile(scene.removalListPath), list) << c.what;
+        const UninstallOutcome undone = scene.Uninstall();
+        EXPECT_FALSE(undone.backupKept || undone.installed) << c.what;
+        EXPECT_EQ(Snapshot(scene.accountFolder), before) << c.what;
     }
 }
 

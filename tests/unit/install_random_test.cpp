@@ -104,10 +104,7 @@ private:
             return;
         }
         if (list && how == 1) {
-            std::string wide = "\xFF\xFE";
-            for (char c : bytes)
-                wide += std::string(1, c) + '\0';
-            bytes = wide;
+            bytes = AsUtf16(bytes);
         } else if (list && how == 2) {
             for (std::size_t at; (at = bytes.find("\r\n")) != std::string::npos;)
                 bytes.erase(at + 1, 1);

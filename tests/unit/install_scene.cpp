@@ -58,3 +58,11 @@ std::string SpelledAnew(const std::string& folder)
 #endif
     return spelled;
 }
+
+std::string AsUtf16(const std::string& ascii)
+{
+    std::string wide = "\xFF\xFE";
+    for (char c : ascii)
+        wide += std::string(1, c) + '\0';
+    return wide;
+}

@@ -59,3 +59,6 @@ private:
 // A folder spelled as Windows reads the same folder: natively what POSIX resolves as well (doubled
 // separators, "."), on Windows also another letter case, backslashes and "..".
 std::string SpelledAnew(const std::string& folder);
+
+// A backup file as another program might leave it: saved as UTF-16 (little-endian, with its mark).
+std::string AsUtf16(const std::string& ascii);

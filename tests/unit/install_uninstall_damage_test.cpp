@@ -10,15 +10,6 @@
 
 namespace {
 
-// A list as another program might leave it: saved as UTF-16 (little-endian, with its mark).
-std::string AsUtf16(const std::string& ascii)
-{
-    std::string wide = "\xFF\xFE";
-    for (char c : ascii)
-        wide += std::string(1, c) + '\0';
-    return wide;
-}
-
 TEST(UninstallKnowsItsOwnFiles, WhateverBecameOfTheRemovalListOrTheRecord)
 {
     // Each damage, to the removal list or the record: the uninstall still takes away everything
@@ -37,7 +28,7 @@ TEST(UninstallKnowsItsOwnFiles, WhateverBecameOfTheRemovalListOrTheRecord)
                  list.erase(at + 1, 1);
              return list;
          }},
-        {"saved as UTF-16", false, [](const std::string& list) { return AsUtf16(list); }},
+        {"saved as UTF-16", false, AsUtf16},
         {"cut in its first line", false, [](const std::string& list) { return list.substr(0, 20); }},
         {"emptied", false, [](const std::string&) { return std::string(); }},
         {"deleted", false, [](const std::string&) { return std::string("<deleted>"); }},
@@ -50,7 +41,7 @@ TEST(UninstallKnowsItsOwnFiles, WhateverBecameOfTheRemovalListOrTheRecord)
          }},
         {"cut in its second line", true, [](const std::string& record) { return record.substr(0, record.find('\n') + 9); }},
         {"deleted", true, [](const std::string&) { return std::string("<deleted>"); }},
-        {"saved as UTF-16", true, [](const std::string& record) { return AsUtf16(record); }},
+        {"saved as UTF-16", true, AsUtf16},
     };
     for (const auto& c : cases) {
         const std::string what = std::string(c.record ? "the record " : "the removal list ") + c.what;

@@ -5,49 +5,6 @@
 
 namespace {
 
-TEST(Uninstall, PutsTheAccountFolderBackAsItWasBeforeTheFirstInstall)
-{
-    struct Case {
-        const char* what;
-        std::vector<PayloadFile> before;  // the game folder's files before the first install
-    };
-    const std::vector<Case> cases = {
-        {"none of the payload", {{"autoexec.cfg", "player"}, {"cfg/old.cfg", "x"}}},
-        {"some of it", {{"a.txt", ""}, {"cfg/ludax/binds.cfg", "bind \"F1\" \"kill\"\r\n"},
-                        {"cfg/ludax/own.cfg", "own"}, {"resource/empty/.keep", ""}}},
-        {"all of it", {{"cfg/ludax/binds.cfg", "1"}, {"resource/background/x.tga", "2"},
-                       {"a.txt", "3"}, {"cfg/config.cfg", std::string("4\0", 2)}}},
-    };
-    for (const Case& c : cases) {
-        InstallScene scene;
-        for (const PayloadFile& file : c.before)
-            WriteFile(scene.content + file.name, file.data);
-        MakeFolders(scene.content + "maps");  // an empty folder of the player's
-        WriteFile(scene.accountFolder + "/counter-strike source/cstrike/a.txt", "the other game");
-        const Tree before = Snapshot(scene.accountFolder);
-
-        EXPECT_TRUE(scene.Install().installed) << c.what;
-        ASSERT_TRUE(scene.PayloadWritten()) << c.what;
-        const UninstallOutcome outcome = scene.Uninstall();
-        EXPECT_FALSE(outcome.backupKept);
-        EXPECT_FALSE(outcome.installed);
-        EXPECT_EQ(Snapshot(scene.accountFolder), before) << c.what;  // backup files gone too
-    }
-}
-
-TEST(Uninstall, APlayersFileInACreatedFolderKeepsThatFolder)
-{
-    InstallScene scene;
-    scene.Install();
-    WriteFile(scene.content + "resource/background/mine.tga", "mine");
-    scene.Uninstall();
-    EXPECT_EQ(Snapshot(scene.accountFolder),
-              (Tree{{"counter-strike", "<folder>"}, {"counter-strike/cstrike", "<folder>"},
-                    {"counter-strike/cstrike/resource", "<folder>"},
-                    {"counter-strike/cstrike/resource/background", "<folder>"},
-                    {"counter-strike/cstrike/resource/background/mine.tga", "mine"}}));
-}
-
 TEST(Uninstall, ArchiveMissingTooShortOrWithAnyHeader)
 {
     {

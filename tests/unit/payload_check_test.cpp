@@ -165,8 +165,6 @@ TEST(SetCheck, EachRuleNamesTheOneFileAndLineThatBreaksIt)
         // de_dust2 comes with the game; de_y is neither shipped nor the game's.
         {"mapcycle.txt", "de_dust2\r\nde_x\r\nde_y\r\n", false, 3,
          {"the map de_y", "maps/de_y.bsp", "add the map or correct the name"}},
-        {"cfg/ludax/empty.cfg", "", false, 0,
-         {"holds 0 bytes", "over any file of the player's", "copy the real file in, or remove the file and its line"}},
         {"maps/empty.bsp", "", false, 0, {"holds 0 bytes"}},
         // Text records: CR LF line ends, no zero byte; a fault at a file's first or last byte too.
         {"autobuy.txt", "m4a1\r\nak47\nvest\n", true, 2, {"lone LF (and 1 more)", "save the file with CR LF line ends"}},

@@ -51,17 +51,6 @@ private:
     pid_t pid = 0;
 };
 
-// True once `found` holds: a program just started may take a moment to show its name.
-bool Soon(const std::function<bool()>& found)
-{
-    for (int wait = 0; wait < 500; ++wait) {
-        if (found())
-            return true;
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
-    return false;
-}
-
 TEST(RunningGame, EitherGamesProgramsAreFoundByNameInAnyLetterCase)
 {
     EXPECT_EQ(cs16Profile.programs, (std::vector<std::string>{"hl.exe"}));

@@ -8,6 +8,7 @@
 #include <iterator>
 #include <random>
 #include <stdexcept>
+#include <thread>
 #include <vector>
 
 #ifdef _WIN32
@@ -131,6 +132,29 @@ std::string ReadFile(const std::string& path)
 
 void MakeFolders(const std::string& path) { fs::create_directories(Native(path)); }
 
+bool Soon(const std::function<bool()>& holds)
+{
+    for (int wait = 0; wait < 500 && !holds(); ++wait)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    return holds();
+}
+
+std::string ContainerSums(const std::string& sumsFile)
+{
+#ifdef _WIN32
+    return ReadFile(!sumsFile.empty() && sumsFile[0] == '/' ? "Z:" + sumsFile : sumsFile);
+#else
+    return ReadFile(sumsFile);
+#endif
+}
+
+std::string BuildName(const std::string& sumsFile)
+{
+    const std::string text = ContainerSums(sumsFile);
+    const auto id = [&](const std::string& game) { return text.substr(text.find(game + " ") + game.size() + 1, 12); };
+    return "Ludax config. 1.02 (cs16 " + id("cs16") + ", css " + id("css") + ")";
+}
+
 void RemovePath(const std::string& path)
 {
     std::error_code ignored;
@@ -221,10 +245,6 @@ std::string UnixPathOf(const std::string& path)
     return result;
 }
 
-}  // namespace
-
-namespace {
-
 // Runs a Unix command line; Wine starts a Unix program but cannot wait for it, so the caller
 // waits until what it makes shows.
 bool RunUnix(const std::string& program, std::string command)
@@ -239,12 +259,6 @@ bool RunUnix(const std::string& program, std::string command)
     return true;
 }
 
-bool Soon(const std::function<bool()>& shows)
-{
-    for (int wait = 0; wait < 500 && !shows(); ++wait)
-        Sleep(10);
-    return shows();
-}
 
 }  // namespace
 

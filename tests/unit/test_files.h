@@ -2,6 +2,7 @@
 // Real folder trees for tests: a fresh temporary folder per test and whole-file helpers.
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -27,6 +28,13 @@ void MakeFolders(const std::string& path);
 // Deletes one file, one empty folder or one link (never what it points at); anything else stays.
 void RemovePath(const std::string& path);
 bool Exists(const std::string& path);
+// True once `holds` does, asked every 10 ms for five seconds: what the system does may take a moment.
+bool Soon(const std::function<bool()>& holds);
+
+// The file of the containers' sums CMake computed at build time ("cs16/<name> <sha256>" lines and
+// "<game> <sha256>"), read from a host path under Wine too; and the name a build gives itself from it.
+std::string ContainerSums(const std::string& sumsFile);
+std::string BuildName(const std::string& sumsFile);
 
 // The names of what `folder` holds ("." and ".." left out), as UTF-8, in the order the system
 // lists them: through calls of the tests' own, not the program's.
