@@ -9,7 +9,7 @@ WINDOWS := build/windows
 PACKAGES := cmake make g++ googletest zlib1g-dev \
             g++-mingw-w64-x86-64-posix libz-mingw-w64-dev \
             wine wine64 xvfb x11-apps x11-utils imagemagick \
-            clang libclang-rt-14-dev locales osslsigncode openssl eatmydata
+            clang libclang-rt-14-dev locales osslsigncode openssl eatmydata ninja-build
 
 .PHONY: all deps native windows test test-native test-windows test-fuzz run fuzz bench payload-art sign mutants test-share clean
 
