@@ -70,12 +70,16 @@ void PutPngChunk(std::vector<unsigned char>& out, const char* type, const std::v
 
 std::vector<unsigned char> Png(const std::vector<unsigned char>& bgra, int size)
 {
-    std::vector<unsigned char> rows;  // each row: filter byte 0, then red, green, blue, alpha
+    // Each row: filter 2 (each byte less the one above it: of the filters, the one that packs
+    // the artwork smallest), then red, green, blue, alpha (RGBA, as Windows reads an icon's PNG).
+    std::vector<unsigned char> rows;
     for (int y = 0; y < size; ++y) {
-        rows.push_back(0);
+        rows.push_back(2);
         for (int x = 0; x < size; ++x) {
             const unsigned char* pixel = &bgra[(static_cast<std::size_t>(y) * size + x) * 4];
-            rows.insert(rows.end(), {pixel[2], pixel[1], pixel[0], pixel[3]});
+            const unsigned char* above = y > 0 ? pixel - static_cast<std::size_t>(size) * 4 : nullptr;
+            for (int c : {2, 1, 0, 3})
+                rows.push_back(static_cast<unsigned char>(pixel[c] - (above ? above[c] : 0)));
         }
     }
     uLongf packedSize = compressBound(rows.size());
@@ -86,7 +90,7 @@ std::vector<unsigned char> Png(const std::vector<unsigned char>& bgra, int size)
     std::vector<unsigned char> header;
     PutBigEndian32(header, static_cast<std::uint32_t>(size));
     PutBigEndian32(header, static_cast<std::uint32_t>(size));
-    header.insert(header.end(), {8, 6, 0, 0, 0});  // 8 bits, RGBA, deflate, no filter choice, no interlace
+    header.insert(header.end(), {8, 6, 0, 0, 0});  // 8 bits, RGBA, deflate, adaptive filters, no interlace
     std::vector<unsigned char> png{0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
     PutPngChunk(png, "IHDR", header);
     PutPngChunk(png, "IDAT", packed);
@@ -151,7 +155,8 @@ std::vector<unsigned char> IcoFile(const RgbImage& artwork, const std::vector<in
     std::vector<std::vector<unsigned char>> images;
     for (int size : sizes) {
         std::vector<unsigned char> picture = IconPicture(artwork, size);
-        images.push_back(size >= 256 ? Png(picture, size) : IconBitmap(picture, size));
+        // The smallest as a bitmap, which every part of Windows reads; the rest as PNG (Vista on).
+        images.push_back(size >= 32 ? Png(picture, size) : IconBitmap(picture, size));
     }
     std::vector<unsigned char> out;
     AppendLittleEndian16(out, 0);
