@@ -40,7 +40,7 @@ std::vector<std::string> Started(const std::string& commandLine)
 
 }  // namespace
 
-TEST(Admin, AScriptUnderAnotherAccountFindsSteamByName)
+TEST(Admin, AScriptUnderAnotherAccountFindsSteamByNameOrSaysItIsNotThere)
 {
     SteamFolder steam;
     steam.AddAccount("player", cs16Game);
@@ -52,6 +52,8 @@ TEST(Admin, AScriptUnderAnotherAccountFindsSteamByName)
                           "HKEY_CURRENT_USER\\Software\\Valve\\Steam nor InstallPath under "
                           "HKEY_LOCAL_MACHINE\\SOFTWARE\\Valve\\Steam. Name Steam's folder with /steam DIR.\r\n"}));
     EXPECT_EQ(RunLudaxCommand("/list /steam " + Quoted(folder)), (CommandRun{0, "1\tplayer\tcs16=present\tcss=absent\r\n", ""}));
+    EXPECT_EQ(RunLudaxCommand("/list /steam " + Quoted(folder + "\\nope")),
+              (CommandRun{2, "", "Steam's folder is not there: " + folder + "\\nope\r\n"}));
     EXPECT_EQ(RunLudaxCommand("/install cs16 /steam " + Quoted(folder)),
               (CommandRun{0, "Counter Strike LUDAX config installed successfully!\r\n", ""}));
 
