@@ -120,7 +120,12 @@ bool ArchiveReader::Next(std::string& name, bool& nameTooLong, std::uint32_t& da
 sys::Status ArchiveReader::CopyData(const std::function<sys::Status(const char* bytes, std::size_t size)>& write)
 {
     // One block for every record: a fresh one each time would be memory the system maps anew.
-    block.resize(std::max(block.size(), static_cast<std::size_t>(std::min(unreadData, copyBlock))));
+    // A larger one replaces it, the old one freed first: growing in place would hold both.
+    const std::size_t needed = static_cast<std::size_t>(std::min(unreadData, copyBlock));
+    if (needed > block.size()) {
+        std::vector<char>().swap(block);
+        block.resize(needed);
+    }
     while (unreadData > 0) {
         const std::size_t part = static_cast<std::size_t>(std::min<std::uint64_t>(unreadData, block.size()));
         const sys::Status read = file.Read(block.data(), part);
