@@ -123,19 +123,6 @@ bool IsAbsolutePathLine(const std::string& line)
 
 namespace {
 
-bool SameIgnoringAsciiCase(const std::string& a, const std::string& b)
-{
-    if (a.size() != b.size())
-        return false;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        const char x = a[i] >= 'A' && a[i] <= 'Z' ? static_cast<char>(a[i] - 'A' + 'a') : a[i];
-        const char y = b[i] >= 'A' && b[i] <= 'Z' ? static_cast<char>(b[i] - 'A' + 'a') : b[i];
-        if (x != y)
-            return false;
-    }
-    return true;
-}
-
 // True when `tail` (segments below the game's folder, as a line has them) names what an install
 // writes: something below the content folder, or one of the folders down to it, whose segments
 // `content` gives (IsRemovableLine's rule, segment by segment). `validFrom[i]` tells whether the

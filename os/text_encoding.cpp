@@ -2,6 +2,8 @@
 
 namespace {
 
+char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
 // The sequence's length from its first byte; 0 for a byte no sequence starts with.
 std::size_t SequenceLength(unsigned char first)
 {
@@ -99,7 +101,16 @@ std::string ToUtf8(const char16_t* utf16, std::size_t length)
 std::string AsciiLower(std::string text)
 {
     for (char& c : text)
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
+        c = LowerAscii(c);
     return text;
+}
+
+bool SameIgnoringAsciiCase(const std::string& a, const std::string& b)
+{
+    if (a.size() != b.size())
+        return false;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        if (LowerAscii(a[i]) != LowerAscii(b[i]))
+            return false;
+    return true;
 }

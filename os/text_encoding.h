@@ -22,6 +22,8 @@ std::string ToUtf8(const char16_t* utf16, std::size_t length);
 // `text` with the letters A to Z in lower case and every other byte as it is: how the program
 // compares names that Windows compares without regard to case.
 std::string AsciiLower(std::string text);
+// The same comparison without making either string anew.
+bool SameIgnoringAsciiCase(const std::string& a, const std::string& b);
 
 namespace sys {
 

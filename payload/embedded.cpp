@@ -36,7 +36,6 @@ Sha256::Digest RecordSum(const EmbeddedContainer& container, std::size_t index, 
     return container.sums ? SumAt(container.sums, index + 1) : Sha256Of(data, size);
 }
 
-
 std::string ContainerId(const EmbeddedContainer& container)
 {
     return HexDigest(container.sums ? SumAt(container.sums, 0) : Sha256Of(container.start, container.length)).substr(0, 12);

@@ -114,7 +114,7 @@ TEST(WorldMoves, BackupFilesCopiedToTheGameInAnotherLibraryChangeNothingThere)
     WriteFile(steam.Steamapps() + "libraryfolders.vdf", LibraryList({steam.Path(), disk.Path() + "/SteamLibrary"}));
     steam.Register();
     ASSERT_EQ(RunLudaxCommand("/install cs16 /place 1").status, 0u);
-    for (const char* backup : {"/cs16ludax.bak", "/cs16ludax_1.bak", "/cs16ludax_2.bak"})
+    for (const char* backup : cs16BackupFiles)
         WriteFile(second + backup, ReadFile(first + backup));
     const auto copied = Snapshot(disk.Path());
     const std::string belongs = "These backup files belong to the game at\n" + steam.Path() +

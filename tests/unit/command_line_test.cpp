@@ -199,7 +199,7 @@ TEST(CommandLine, PicksThePlaceAndEndsWithTheStatusOfWhatHappened)
     // files it finds kept as the player's.
     const std::string player = Ask({"/list"}).out.rfind("1\tplayer", 0) == 0 ? "1" : "2";  // in listing order
     ASSERT_EQ(Ask({"/install", "cs16", "/place", player}).status, 0);
-    for (const char* backup : {"/cs16ludax.bak", "/cs16ludax_1.bak", "/cs16ludax_2.bak"})
+    for (const char* backup : cs16BackupFiles)
         RemovePath(place.folder + backup);
     EXPECT_EQ(Ask({"/install", "cs16", "/place", player}).out, "Counter Strike LUDAX config installed successfully!\n");
     EXPECT_TRUE(Exists(place.folder + "/cs16ludax.bak"));
@@ -280,7 +280,7 @@ TEST(CommandLine, ALibraryIsNamedInWindowsFormAndBackupFilesCopiedFromAnotherCha
     EXPECT_EQ(Ask({"/install", "cs16", "/place", "1"}).err,
               "Files of the configuration of Counter-Strike 1.6 in place 1 (Steam library: " + Backslashed(disk.Path()) +
                   "\\A) were changed since it was installed (listed on standard output): add /yes to write them over.\n");
-    for (const char* backup : {"/cs16ludax.bak", "/cs16ludax_1.bak", "/cs16ludax_2.bak"})
+    for (const char* backup : cs16BackupFiles)
         WriteFile(second.folder + backup, ReadFile(first.folder + backup));
     const Tree copied = Snapshot(disk.Path() + "/B");
     const CommandResult elsewhere = Ask({"/uninstall", "cs16", "/place", "2"});

@@ -103,10 +103,6 @@ World Damaged(const char* what, const char* backup, const std::function<std::str
             nothing};
 }
 
-// A second library beside the scene's, with its own player's files, into which someone copies the
-// scene's backup files: the operation runs there.
-const char* const copies[] = {"/cs16ludax.bak", "/cs16ludax_1.bak", "/cs16ludax_2.bak"};
-
 // What the player owns: the Steam folder, and where the game lives when a link leads to it.
 Tree Everything(const InstallScene& scene, const Elsewhere& elsewhere)
 {
@@ -184,12 +180,12 @@ const std::vector<World> worlds = {
      },
      [](InstallScene& scene, Elsewhere& elsewhere) {
          const SteamAccount second = SecondLibrary(elsewhere);
-         for (const char* backup : copies)
+         for (const char* backup : cs16BackupFiles)
              WriteFile(second.folder + backup, ReadFile(scene.accountFolder + backup));
          return Placed{second, {scene.account, second}};
      },
      [](InstallScene&, Elsewhere& elsewhere) {
-         for (const char* backup : copies)
+         for (const char* backup : cs16BackupFiles)
              RemovePath(SecondLibrary(elsewhere).folder + backup);
      }},
 };

@@ -123,7 +123,7 @@ private:
                            (Exists(scene.accountFolder + "/cs16ludax_2.bak") && !recordDamaged);
         if (!Exists(scene.archivePath) || !named || away)
             return true;
-        for (const char* backup : {"/cs16ludax.bak", "/cs16ludax_1.bak", "/cs16ludax_2.bak"})
+        for (const char* backup : cs16BackupFiles)
             if (Exists(scene.accountFolder + backup))
                 WriteFile(second.folder + backup, ReadFile(scene.accountFolder + backup));
         const Tree copied = Snapshot(secondLibrary.Path());
@@ -139,7 +139,7 @@ private:
         sys::faults::Arm(0, Mode::fail);
         if (Snapshot(secondLibrary.Path()) != copied)
             why = "changed the second library, where the backup files were copied";
-        for (const char* backup : {"/cs16ludax.bak", "/cs16ludax_1.bak", "/cs16ludax_2.bak"})
+        for (const char* backup : cs16BackupFiles)
             RemovePath(second.folder + backup);
         if (why.empty() && Snapshot(secondLibrary.Path()) != secondStart)
             why = "left something in the second library";

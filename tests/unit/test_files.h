@@ -31,6 +31,10 @@ bool Exists(const std::string& path);
 // True once `holds` does, asked every 10 ms for five seconds: what the system does may take a moment.
 bool Soon(const std::function<bool()>& holds);
 
+// The names of Counter-Strike 1.6's three backup files (archive, removal list, record), each
+// after a '/', as a place's folder is followed by them.
+constexpr const char* cs16BackupFiles[] = {"/cs16ludax.bak", "/cs16ludax_1.bak", "/cs16ludax_2.bak"};
+
 // The file of the containers' sums CMake computed at build time ("cs16/<name> <sha256>" lines and
 // "<game> <sha256>"), read from a host path under Wine too; and the name a build gives itself from it.
 std::string ContainerSums(const std::string& sumsFile);

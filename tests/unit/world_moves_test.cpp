@@ -177,7 +177,7 @@ TEST(WorldMoves, BackupFilesCopiedToTheGameAtAnotherPlaceChangeNothingThere)
     SteamAccount other = LibraryEntry(second.Path());
     WriteFile(other.Game(GameId::cs16).contentFolder + "a.txt", "the second player's a.txt");
     WriteFile(other.Game(GameId::cs16).contentFolder + "cfg/ludax/binds.cfg", "the second player's binds");
-    for (const char* backup : {"/cs16ludax.bak", "/cs16ludax_1.bak", "/cs16ludax_2.bak"})
+    for (const char* backup : cs16BackupFiles)
         WriteFile(other.folder + backup, ReadFile(scene.accountFolder + backup));
     other.Game(GameId::cs16).present = other.Game(GameId::cs16).installed = true;
     const std::vector<SteamAccount> places{scene.account, other};
