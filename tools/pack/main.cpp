@@ -48,28 +48,30 @@ int Check(const std::string& setFolder, const std::string& manifest)
     return 0;
 }
 
+enum class Written { unchanged, written, failed };
+
 // Writes `bytes` to `path` unless it holds them already (an unchanged file keeps its date, so
 // nothing that embeds it is rebuilt for nothing): written aside and renamed, so a failed run never
-// leaves half a file for the build. False when it could not be written.
-bool WriteIfChanged(const std::string& path, const std::vector<char>& bytes)
+// leaves half a file for the build.
+Written WriteIfChanged(const std::string& path, const std::vector<char>& bytes)
 {
     std::string current;
     if (ReadWhole(path, current) && current.size() == bytes.size() && std::equal(current.begin(), current.end(), bytes.begin()))
-        return true;
+        return Written::unchanged;
     const std::string partial = path + ".partial";
     {
         std::ofstream out(partial, std::ios::binary | std::ios::trunc);
         out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
         if (!out.flush()) {
             std::fprintf(stderr, "ludax-pack: %s: cannot write\n", partial.c_str());
-            return false;
+            return Written::failed;
         }
     }
     std::error_code failure;
     std::filesystem::rename(partial, path, failure);
     if (failure)
         std::fprintf(stderr, "ludax-pack: %s: %s\n", path.c_str(), failure.message().c_str());
-    return !failure;
+    return failure ? Written::failed : Written::written;
 }
 
 // The SHA-256 of the whole container, then of each record's data, in order: what the program
@@ -90,20 +92,20 @@ int Pack(const std::string& setFolder, const std::string& manifest, const std::s
 {
     const PackResult result = PackSet(setFolder, manifest);
     Print(result.findings);
-    std::error_code failure;
     if (!result.error.empty()) {
         // A refused set leaves no container behind that could pass for its packing.
+        std::error_code failure;
         std::filesystem::remove(output, failure);
         std::filesystem::remove(output + ".sums", failure);
         std::fprintf(stderr, "ludax-pack: %s: refused; correct the errors above\n", setFolder.c_str());
         return 1;
     }
-    std::string current;
-    const bool changed = !ReadWhole(output, current) || current.size() != result.container.size() ||
-                         !std::equal(current.begin(), current.end(), result.container.begin());
-    if (!WriteIfChanged(output + ".sums", Sums(result.container)) || !WriteIfChanged(output, result.container))
+    if (WriteIfChanged(output + ".sums", Sums(result.container)) == Written::failed)
         return 1;
-    if (changed)
+    const Written container = WriteIfChanged(output, result.container);
+    if (container == Written::failed)
+        return 1;
+    if (container == Written::written)
         std::printf("ludax-pack: %s: packed %s\n", output.c_str(), setFolder.c_str());
     return 0;
 }
